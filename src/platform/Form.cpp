@@ -196,10 +196,17 @@ bool Form::unload(int mode)
         onUnload(cancel);
     if (cancel)
         return false;
+    forceUnload();
+    return true;
+}
+
+void Form::forceUnload()
+{
+    if (!m_loaded)
+        return;
     m_loaded = false;
     m_focused = nullptr;
     emit closed();
-    return true;
 }
 
 void Form::showModal()

@@ -66,6 +66,9 @@ public:
     void activate();
     // Asks to close: query-unload and unload may refuse. Returns true when the form closed.
     bool unload(int mode = UnloadMode::FormCode);
+    // Closes without asking query-unload or unload: for a test harness that must not leave a form
+    // open when its script has run out, whatever the form's handlers say.
+    void forceUnload();
     // Loads and shows the form modally through the platform; returns when it has closed.
     void showModal();
     // Shows a pop-up menu and runs the chosen item's click.

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace marlet::host {
+
+void printUsage(QTextStream& out);
+
+// Runs one subcommand; `arguments` starts with the subcommand's name. Returns the exit status.
+int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, QTextStream& err);
+
+} // namespace marlet::host

@@ -1,0 +1,417 @@
+#include "issuing/BatchGeneration.h"
+
+#include "issuing/GenAcc.h"
+#include "issuing/GenAccControls.h"
+#include "issuing/Quota.h"
+#include "issuing/TicketNames.h"
+#include "issuing/TicketRow.h"
+#include "platform/GridData.h"
+#include "platform/LegacyConvert.h"
+#include "platform/LegacyFormat.h"
+#include "platform/Platform.h"
+#include "printing/PrintDispatch.h"
+#include "shell/General.h"
+#include "store/Connection.h"
+#include "store/Recordset.h"
+
+namespace marlet {
+
+namespace {
+
+// More stored tickets than this refuse a new batch; the new ones are not counted.
+constexpr long StorageLimit = 100000;
+
+const QString StopQuestion = QStringLiteral("Are you sure you want to Cancel Ticket Generation?");
+
+// Tickets on one sheet of a quick-ticket size.
+int ticketsPerPage(const QString& size)
+{
+    if (size == QLatin1String("Small Size"))
+        return 72;
+    if (size == QLatin1String("Medium Size"))
+        return 39;
+    return 22;
+}
+
+} // namespace
+
+BatchGeneration::BatchGeneration(GenAcc& screen)
+    : m_screen(screen)
+{
+}
+
+Control& BatchGeneration::field(const char* name) const
+{
+    return m_screen[QLatin1String(name)];
+}
+
+bool BatchGeneration::ticked(const char* name) const
+{
+    return field(name).value() == CheckState::Checked;
+}
+
+SessionPreferences BatchGeneration::settings() const
+{
+    return m_screen.session().settings();
+}
+
+// "HH:mm, dd/mm/yy" of the present moment after a leading word.
+QString BatchGeneration::stamp(const QString& what) const
+{
+    const QDateTime now = m_screen.platform().now();
+    return what + legacy::Format(now, QStringLiteral("HH:mm")) + QStringLiteral(", ")
+           + legacy::Format(now, QStringLiteral("dd/mm/yy"));
+}
+
+void BatchGeneration::run()
+{
+    m_quick = settings().number(keys::QuickTicket) == 1;
+    if (!m_quick && !checkManualTime())
+        return;
+    if (!askForQuota())
+        return;
+    if (m_quick && !readQuickTicket())
+        return;
+    if (!confirm() || !askPrint())
+        return;
+
+    m_screen.resetTicketGrid();
+    settings().save(keys::ExType, field("cboExpiry").listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
+    m_screen.StartProgress();
+    if (!m_quick) {
+        m_time = creditSeconds(legacy::Val(field("cboHours").text()), legacy::Val(field("cboMinutes").text()));
+        m_number = legacy::CSng(legacy::Val(field("cboNumber").text()));
+    }
+    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    bar.setRange(0, legacy::CInt(m_number).value_or(0));
+    bar.setValue(0);
+    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Calculating "));
+    m_screen.ProgressAdjust();
+    m_screen.platform().sleep(50);
+
+    Connection& connection = m_screen.session().connection();
+    const QDateTime now = m_screen.platform().now();
+    if (settings().number(keys::ProgramLog) == 1) {
+        connection.Execute(Statement(QStringLiteral("INSERT INTO SysUsage (SystemUsage,Times,Dates) Values "
+                                                    "('Ticket(s) Generated','{}','{}')"),
+                                     {legacy::MachineTime(now.time()), legacy::MachineDate(now.date())}));
+    }
+    m_prefix = batchPrefix(settings(), ticked("chkVIP"));
+    field("chkVIP").setValue(CheckState::Unchecked);
+    if (storageFull())
+        return;
+    openGroup();
+    if (!makeTickets())
+        return;
+    closeGroup();
+
+    Platform& platform = m_screen.platform();
+    if (!m_printAfter) {
+        if (settings().number(keys::AutoSave) == 1) {
+            updateRegister();
+            platform.messageBox(QStringLiteral("Ticket Generation Completed Successfully!"), MsgStyle::Info);
+        }
+        platform.yield();
+        m_screen.EndProgress();
+        platform.yield();
+        platform.sleep(500);
+    }
+    platform.sleep(500);
+    field("chkTimePeriod").setValue(CheckState::Unchecked);
+    platform.yield();
+    if (settings().number(keys::AutoSave) == 0)
+        offerSave();
+}
+
+// ---- validation and questions -----------------------------------------------------------------
+
+bool BatchGeneration::checkManualTime()
+{
+    const QString hours = field("cboHours").text();
+    const QString minutes = field("cboMinutes").text();
+    if (!legacy::IsNumeric(hours) || !legacy::IsNumeric(minutes)) {
+        m_screen.platform().messageBox(QStringLiteral("Time must be numeric!"), MsgStyle::Warning);
+        return false;
+    }
+    if (!(legacy::Val(hours) > 0) && !(legacy::Val(minutes) > 0)) {
+        m_screen.platform().messageBox(QStringLiteral("Hour and Minutes can't both be Zero!"), MsgStyle::Warning);
+        return false;
+    }
+    return true;
+}
+
+bool BatchGeneration::askForQuota()
+{
+    m_quotas = quotasOn(settings());
+    if (!m_quotas) {
+        m_quota = UnlimitedQuota;
+        return true;
+    }
+    const std::optional<qint32> quota = askQuota(m_screen.platform(), TicketPath::Batch);
+    if (!quota)
+        return false;
+    m_quota = *quota;
+    return true;
+}
+
+bool BatchGeneration::readQuickTicket()
+{
+    Platform& platform = m_screen.platform();
+    const QString type = field("cboTicketType").text();
+    const QString pages = field("cboPages").text();
+    if (type.isEmpty() || type == QLatin1String("None") || pages.isEmpty() || pages == QLatin1String("None")) {
+        platform.messageBox(QStringLiteral("Quick-Ticket entry blank!"), MsgStyle::Warning);
+        return false;
+    }
+    // The form: minutes, "min(s) - ", currency and price, " [", kind, "]", and " - VIP" for VIP.
+    const qsizetype minutesEnd = type.indexOf(QStringLiteral("min(s) - "));
+    const QString minutes = minutesEnd < 0 ? type : type.left(minutesEnd);
+    if (!legacy::IsNumeric(minutes)) {
+        platform.messageBox(QStringLiteral("Time Error!"), MsgStyle::Warning);
+        return false;
+    }
+    m_time = legacy::Val(minutes);
+    const QString rest = minutesEnd < 0 ? QString() : type.mid(minutesEnd + 9);
+    const qsizetype kindStart = rest.indexOf(QStringLiteral(" ["));
+    const QString price = kindStart < 0 ? rest : rest.left(kindStart);
+    QString kind = kindStart < 0 ? QString() : u'[' + rest.mid(kindStart + 2);
+
+    if (kind.contains(QStringLiteral(" - VIP"))) {
+        if (!genacc::clientSeparationOn(m_screen)) {
+            platform.messageBox(QStringLiteral("The Client Reservation/Seperation has not been enabled, Please goto "
+                                               "Include/Exclude in Option to enable this feature."),
+                                MsgStyle::Info);
+            field("chkVIP").setValue(CheckState::Unchecked);
+            return false;
+        }
+        field("chkVIP").setValue(CheckState::Checked);
+        // The blank in front of "- VIP" stays, so a VIP kind never equals a timed kind below.
+        kind.remove(QStringLiteral("- VIP"));
+    }
+    const bool timed = kind == QLatin1String("[Time Ticket]") || kind == QLatin1String("[Time Once]");
+    field("chkTimePeriod").setValue(timed ? CheckState::Checked : CheckState::Unchecked);
+    field("chkOnce").setValue(kind == QLatin1String("[Time Once]") ? CheckState::Checked : CheckState::Unchecked);
+
+    m_number = float(field("cboPages").listIndex() * ticketsPerPage(field("cboSizeType").text()));
+    QString cost = price;
+    cost.remove(settings().text(keys::Currency));
+    field("cboCost").setText(legacy::IsNumeric(cost) ? cost : QStringLiteral("0"));
+    return true;
+}
+
+bool BatchGeneration::confirm()
+{
+    const SessionPreferences prefs = settings();
+    const QString expiry = expiryConfirmationText(prefs,
+                                                  expiryKind(field("cboExpiry").listIndex()),
+                                                  field("txtDays").text(),
+                                                  m_screen.platform().today());
+    const QString tail = QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency)
+                         + field("cboCost").text() + QStringLiteral(" with Expiration Date of ") + expiry
+                         + (ticked("chkTimePeriod") ? QStringLiteral(" and for Time Only") : QString())
+                         + (ticked("chkOnce") ? QStringLiteral(" to be used Once") : QString())
+                         + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
+    const QString question =
+        m_quick ? QStringLiteral("You have choosen to Generate [") + legacy::CStrSingle(m_number) + QStringLiteral("Tks] in ")
+                      + field("cboPages").text() + QStringLiteral(" of ") + legacy::CStr(m_time) + tail
+                : QStringLiteral("You have choosen to Generate ") + field("cboNumber").text()
+                      + QStringLiteral(" number(s) of ") + field("cboHours").text() + QStringLiteral("hour(s) ")
+                      + field("cboMinutes").text() + tail;
+    if (m_screen.platform().messageBox(question, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes)
+        return false;
+    if (m_quick)
+        m_time *= 60;
+    return true;
+}
+
+bool BatchGeneration::askPrint()
+{
+    const PrintAnswer answer = askPrintQuestion(m_screen, PrintCreator::Batch);
+    // Print staging is not part of this build yet: a batch to be printed is made and reported like
+    // one made without a preview.
+    m_printAfter = false;
+    return answer != PrintAnswer::Cancel;
+}
+
+// ---- making the batch -------------------------------------------------------------------------
+
+bool BatchGeneration::storageFull()
+{
+    Platform& platform = m_screen.platform();
+    Recordset stored;
+    stored.Open(Statement(QStringLiteral("Select * from Account where member=false")), m_screen.session().connection());
+    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    bar.setValue(bar.value() + 1);
+    platform.sleep(100);
+    if (stored.RecordCount() > StorageLimit) {
+        platform.messageBox(QStringLiteral("The Ticket Storage is full! Use the Clean Up utility in OPTION to remove "
+                                           "redundant tickets or Delete it manually!"),
+                            MsgStyle::Stop);
+        stored.Close();
+        m_screen.EndProgress();
+        platform.messageBox(QStringLiteral("Ticket generation terminated!"), MsgStyle::OkOnly);
+        return true;
+    }
+    stored.Close();
+    return false;
+}
+
+void BatchGeneration::openGroup()
+{
+    General& session = m_screen.session();
+    m_group = ticketGroupNumber(m_screen.platform().now());
+    const QString cost = field("cboCost").text();
+    m_groupRow = std::make_unique<Recordset>();
+    m_groupRow->Open(Statement(QStringLiteral("Select * from TicketInfo where TicketGrp  = '{}'"), {m_group}),
+                     session.connection(),
+                     CursorType::Static,
+                     LockType::Optimistic);
+    m_groupRow->AddNew();
+    m_groupRow->setValue(QStringLiteral("TicketGrp"), m_group);
+    m_groupRow->setValue(QStringLiteral("Number"), m_number);
+    m_groupRow->setValue(QStringLiteral("Time"), m_time / 60);
+    m_groupRow->setValue(QStringLiteral("Amount"), cost);
+    m_groupRow->setValue(QStringLiteral("TotalCost"), legacy::Val(cost) * double(m_number));
+    m_groupRow->setValue(QStringLiteral("GeneratedBy"), session.byWhom());
+    m_groupRow->setValue(QStringLiteral("TimeGenerated"), stamp(QStringLiteral("Started at ")));
+    m_groupRow->Update();
+
+    m_screen[QStringLiteral("ProgressBar1")].setValue(0);
+    SessionPreferences prefs = settings();
+    prefs.save(keys::Number, legacy::CStrSingle(m_number));
+    prefs.save(keys::Min, field("cboMinutes").text());
+    prefs.save(keys::Hr, field("cboHours").text());
+    prefs.save(keys::Amount, cost);
+    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Generating "));
+    m_amount = ticketAmount(prefs, cost);
+}
+
+bool BatchGeneration::makeTickets()
+{
+    Platform& platform = m_screen.platform();
+    Recordset tickets;
+    // The counter is a 16-bit number; after the loop it stands one above the last ticket.
+    qint16 position = 1;
+    for (; position <= qint16(legacy::CInt(m_number).value_or(0)); ++position) {
+        platform.sleep(50);
+        if (m_screen.StopRequested && stopAnswered()) {
+            tickets.Close();
+            return false;
+        }
+        makeTicket(position, tickets);
+        platform.yield();
+        Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+        bar.setValue(bar.value() + 1);
+    }
+    tickets.Close();
+    m_number = float(position);
+    return true;
+}
+
+// Stop was pressed: true when the operator confirmed and the batch has been removed.
+bool BatchGeneration::stopAnswered()
+{
+    if (m_screen.platform().messageBox(StopQuestion, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes) {
+        m_screen.StopRequested = false;
+        return false;
+    }
+    discard();
+    if (m_groupRow)
+        m_groupRow->Close();
+    m_screen.EndProgress();
+    return true;
+}
+
+void BatchGeneration::makeTicket(int position, Recordset& tickets)
+{
+    General& session = m_screen.session();
+    const SessionPreferences prefs = settings();
+    const UniformSource source = systemUniformSource();
+    const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
+    if (!name)
+        return; // the store cannot be reached: the step fails and the loop goes on
+
+    TicketValues ticket;
+    ticket.TicketGrp = m_group;
+    ticket.TicketNo = ticketNumberText(position);
+    ticket.Username = *name;
+    ticket.Password = batchPassword(prefs, source);
+    ticket.seconds = m_time;
+    ticket.ByWhom = session.byWhom();
+    ticket.created = m_screen.platform().today();
+    ticket.expiry = expiryColumns(expiryKind(field("cboExpiry").listIndex()),
+                                  legacy::Val(field("txtDays").text()),
+                                  ticket.created,
+                                  TicketPath::Batch);
+    ticket.Amount = m_amount;
+    ticket.StartTime = field("dtStart").dateTime();
+    ticket.EndTime = field("dtEnd").dateTime();
+    ticket.Quota = m_quotas ? m_quota : 0;
+    ticket.Night = field("chkTimePeriod").value() == 1;
+    ticket.Once = field("chkOnce").value() == 1;
+    if (tickets.AddNew()) {
+        writeTicketRow(tickets, ticket);
+        tickets.Update();
+    }
+
+    if (!ticked("chkNoList")) {
+        GridData& grid = m_screen[QStringLiteral("PrintList")].grid();
+        grid.addItem(ticketRowLine(QString::number(position), ticketRowFields(ticket), ticked("Check4")));
+    }
+}
+
+void BatchGeneration::closeGroup()
+{
+    if (m_groupRow) {
+        m_groupRow->setValue(QStringLiteral("TimeGenerated"), QString(stamp(QStringLiteral("Completed at ")) + QStringLiteral(" [RANDOM]")));
+        m_groupRow->setValue(QStringLiteral("Number"), m_number);
+        m_groupRow->Update();
+    }
+    m_screen.session().connection().Execute(
+        Statement(QStringLiteral("INSERT INTO Activated (TicketGrp,Times,Amount,Staff,Status,Activator,numbers) Values  "
+                                 "('{}',{},'{}','{}',false,'',{})"),
+                  {m_group, m_time / 60, m_amount, m_screen.session().CurrentStaff, m_number}));
+    if (m_groupRow)
+        m_groupRow->Close();
+    m_groupRow.reset();
+}
+
+void BatchGeneration::discard()
+{
+    Connection& connection = m_screen.session().connection();
+    connection.Execute(Statement(QStringLiteral("Delete * from Account where member=false and TicketGrp = '{}'"), {m_group}));
+    connection.Execute(Statement(QStringLiteral("Delete * from TicketInfo where TicketGrp = '{}'"), {m_group}));
+    m_screen.resetTicketGrid();
+}
+
+void BatchGeneration::updateRegister()
+{
+    const double cost = legacy::Val(field("cboCost").text());
+    m_screen.session().connection().Execute(
+        Statement(QStringLiteral("UPDATE Register SET TotGenerated = TotGenerated + {}, TotCost = TotCost + {}"),
+                  {m_number, cost * double(m_number)}));
+}
+
+void BatchGeneration::offerSave()
+{
+    Platform& platform = m_screen.platform();
+    const QString group = u'[' + m_group + u']';
+    const QString saved = QStringLiteral("Ticket(s) with Ticket Group ") + group + QStringLiteral(" saved!");
+    if (platform.messageBox(QStringLiteral("Do you want to Save Generated Tickets with Ticket Group ") + group + u'?',
+                            MsgStyle::YesNoQuestion)
+        == MsgResult::Yes) {
+        platform.messageBox(saved, MsgStyle::Warning);
+        return;
+    }
+    if (platform.messageBox(QStringLiteral("Are you sure you don't want to Save Generated Tickets with Ticket Group ")
+                                + group + u'?',
+                            MsgStyle::YesNoQuestionNoDefault)
+        == MsgResult::Yes) {
+        discard();
+        return;
+    }
+    platform.messageBox(saved, MsgStyle::Warning);
+    updateRegister();
+}
+
+} // namespace marlet

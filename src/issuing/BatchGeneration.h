@@ -1,0 +1,64 @@
+#pragma once
+
+#include "issuing/Expiry.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace marlet {
+
+class Control;
+class GenAcc;
+class Recordset;
+class SessionPreferences;
+
+// "&Generate New Ticket(s)": validates the New tab, asks for a quota, a confirmation and the print
+// preview, then makes one ticket group: a TicketInfo row, N tickets in Account with a pause before
+// each, an Activated row and a SysUsage line, and offers to keep or discard the batch.
+class BatchGeneration
+{
+public:
+    explicit BatchGeneration(GenAcc& screen);
+
+    void run();
+
+private:
+    // Validation and questions; false when the operation ends.
+    bool checkManualTime();
+    bool askForQuota();
+    bool readQuickTicket();
+    bool confirm();
+    bool askPrint();
+
+    // Making the batch.
+    bool storageFull();
+    void openGroup();
+    bool makeTickets();
+    void makeTicket(int position, Recordset& tickets);
+    bool stopAnswered();
+    void closeGroup();
+    void discard();
+    void updateRegister();
+    void offerSave();
+
+    Control& field(const char* name) const;
+    bool ticked(const char* name) const;
+    SessionPreferences settings() const;
+    QString stamp(const QString& what) const;
+
+    GenAcc& m_screen;
+    bool m_quick = false;
+    bool m_quotas = false;
+    qint32 m_quota = -9999;
+    float m_number = 0;       // N; it ends one above the tickets made
+    double m_time = 0;        // minutes in quick-ticket mode until confirmed, then seconds
+    QString m_prefix;
+    QString m_group;
+    QString m_amount;         // Account.Amount of every ticket
+    bool m_printAfter = false;
+    std::unique_ptr<Recordset> m_groupRow;
+};
+
+} // namespace marlet

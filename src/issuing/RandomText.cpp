@@ -1,0 +1,67 @@
+#include "issuing/RandomText.h"
+
+#include "platform/LegacyConvert.h"
+#include "store/PreferenceKeys.h"
+
+#include <QRandomGenerator>
+
+#include <cmath>
+
+namespace marlet {
+
+UniformSource systemUniformSource()
+{
+    return [] { return QRandomGenerator::system()->generateDouble(); };
+}
+
+TicketAlphabet ticketAlphabet(const QString& passGenType)
+{
+    switch (legacy::CInt(passGenType).value_or(0)) {
+    case 1:
+        return TicketAlphabet::Digits;
+    case 2:
+        return TicketAlphabet::Letters;
+    default:
+        return TicketAlphabet::Clear;
+    }
+}
+
+TicketAlphabet ticketAlphabet(const SessionPreferences& preferences)
+{
+    return ticketAlphabet(preferences.text(keys::PassGenType));
+}
+
+bool acceptsCode(TicketAlphabet alphabet, int code)
+{
+    const bool digit = code >= '0' && code <= '9';
+    const bool letter = code >= 'A' && code <= 'Z';
+    switch (alphabet) {
+    case TicketAlphabet::Digits:
+        return digit;
+    case TicketAlphabet::Letters:
+        return letter;
+    case TicketAlphabet::Clear:
+        return (digit && code >= '2') || (letter && code != 'I' && code != 'O');
+    }
+    return false;
+}
+
+QChar drawCharacter(TicketAlphabet alphabet, const UniformSource& source)
+{
+    for (;;) {
+        const int code = int(std::floor(source() * 255));
+        if (acceptsCode(alphabet, code))
+            return QChar(char16_t(code));
+    }
+}
+
+QString Random(const SessionPreferences& preferences, int Length, const UniformSource& source)
+{
+    const TicketAlphabet alphabet = ticketAlphabet(preferences);
+    QString text;
+    for (int i = 0; i < Length; ++i)
+        text += drawCharacter(alphabet, source);
+    return text;
+}
+
+} // namespace marlet

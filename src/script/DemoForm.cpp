@@ -1,0 +1,47 @@
+#include "script/DemoForm.h"
+
+#include "platform/LegacyConvert.h"
+#include "platform/Platform.h"
+
+namespace marlet {
+
+DemoForm::DemoForm(Platform& platform, QString initialValue)
+    : Form(platform, QStringLiteral("Demo"))
+    , m_initialValue(std::move(initialValue))
+{
+}
+
+void DemoForm::build()
+{
+    setCaption(QStringLiteral("Demo"));
+    setSize(4000, 2000);
+    Control& value = add(ControlKind::TextBox, QStringLiteral("Text1"));
+    value.setText(m_initialValue);
+    value.setMaxLength(6);
+    value.onGotFocus = [&value] { value.selectAll(); };
+    value.onLostFocus = [this] { checkNumber(); };
+    Control& show = addLabelled(ControlKind::CommandButton, QStringLiteral("Command1"), QStringLiteral("&Show Value"));
+    show.onClick = [this] { showValue(); };
+    add(ControlKind::Label, QStringLiteral("Label1"));
+    Control& close = addLabelled(ControlKind::CommandButton, QStringLiteral("Command2"), QStringLiteral("&Close"));
+    close.onClick = [this] { unload(); };
+}
+
+void DemoForm::checkNumber()
+{
+    Control& value = (*this)[QStringLiteral("Text1")];
+    if (legacy::IsNumeric(value.text()))
+        return;
+    platform().messageBox(QStringLiteral("A numeric Value is required! (eg. 123)"), MsgStyle::Exclamation);
+    value.setText(QStringLiteral("50"));
+}
+
+void DemoForm::showValue()
+{
+    const QString text = (*this)[QStringLiteral("Text1")].text();
+    platform().messageBox(QStringLiteral("The Value is ") + text, MsgStyle::Information);
+    (*this)[QStringLiteral("Label1")].setCaption(
+        QStringLiteral("Twice the Value: ") + legacy::CStr(legacy::Val(text) * 2));
+}
+
+} // namespace marlet

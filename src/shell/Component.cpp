@@ -1,0 +1,25 @@
+#include "shell/Component.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace marlet {
+
+Component::Component(Platform& platform, const QString& preferencesFolder, const QString& applicationFolder)
+    : m_preferences(preferencesFolder)
+    , m_session(platform, m_preferences)
+    , m_timerDll(m_session)
+{
+    m_session.applicationFolder = applicationFolder.isEmpty() ? defaultApplicationFolder() : applicationFolder;
+    QDir().mkpath(m_session.applicationFolder);
+}
+
+QString Component::defaultApplicationFolder()
+{
+    const QString fromEnvironment = qEnvironmentVariable("MARLET_APP_DIR");
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/marlet");
+}
+
+} // namespace marlet

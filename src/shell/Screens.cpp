@@ -1,0 +1,52 @@
+#include "shell/Screens.h"
+
+#include "issuing/GenAcc.h"
+#include "platform/Form.h"
+#include "shell/ContPass.h"
+#include "shell/GenPasstoAccs.h"
+#include "shell/General.h"
+
+namespace marlet {
+
+namespace {
+
+// A screen this build does not have yet: an empty modal form that only closes.
+class PlaceholderScreen : public Form
+{
+public:
+    PlaceholderScreen(General& session, const QString& name)
+        : Form(session.platform, name)
+    {
+    }
+
+protected:
+    void build() override { setCaption(screenCaption(name())); }
+};
+
+} // namespace
+
+QString screenCaption(const QString& name)
+{
+    static const QHash<QString, QString> captions = {
+        {QStringLiteral("GenAcc"), QStringLiteral("Generate Ticket")},
+        {QStringLiteral("GenPasstoAccs"), QStringLiteral("Enter Password")},
+        {QStringLiteral("ContPass"), QStringLiteral("Enter Pasword to Continue")},
+        {QStringLiteral("AccountInfo"), QStringLiteral("Ticket Information")},
+        {QStringLiteral("RecycleBin"), QStringLiteral("Recycle Bin - Norvantis")},
+        {QStringLiteral("Options"), QStringLiteral("Options")},
+    };
+    return captions.value(name, name);
+}
+
+std::unique_ptr<Form> createScreen(const QString& name, General& session)
+{
+    if (name == QLatin1String("GenAcc"))
+        return std::make_unique<GenAcc>(session);
+    if (name == QLatin1String("GenPasstoAccs"))
+        return std::make_unique<GenPasstoAccs>(session);
+    if (name == QLatin1String("ContPass"))
+        return std::make_unique<ContPass>(session);
+    return std::make_unique<PlaceholderScreen>(session, name);
+}
+
+} // namespace marlet

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "store/SqlTranslator.h"
+#include "store/Statement.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace marlet {
+
+class StoreEngine;
+
+// Where a connection string points: "sqlite:PATH", a bare PATH, and "Provider=...;Data Source=PATH;..."
+// all mean an SQLite file at PATH; "postgresql://..." (or "postgres://...") means PostgreSQL.
+struct ConnectionTarget
+{
+    SqlDialect dialect = SqlDialect::Sqlite;
+    QString location; // the SQLite file, or the PostgreSQL URI as given
+    QString error; // a string that names no store at all
+
+    bool ok() const { return error.isEmpty(); }
+};
+ConnectionTarget parseConnectionString(const QString& connectionString);
+
+// The one connection a session runs its statements on, in the manner of the desktop store's
+// connection object: Open, Execute, Close, State. Nothing throws: a failing call returns false and
+// keeps its reason in lastError(). Statements come in the screens' dialect and are translated; no
+// transaction is ever left open between calls. Another program's lock is waited for up to the busy
+// timeout (5 s unless set) before a statement fails.
+class Connection
+{
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    // A second Open on an open connection fails quietly and leaves the connection as it stands.
+    bool Open(const QString& connectionString);
+    void Close();
+    int State() const; // 0 closed, 1 open
+    bool Execute(const Statement& statement, long* rowsAffected = nullptr);
+
+    QString lastError() const { return m_lastError; }
+    QString connectionString() const { return m_connectionString; }
+    SqlDialect dialect() const { return m_dialect; }
+
+    // The clock behind `now` in statements and behind everything the store stamps.
+    void setClock(std::function<QDateTime()> clock);
+    QDateTime now() const;
+    // How long a statement waits for another program's lock; takes effect at the next Open.
+    void setBusyTimeout(int milliseconds) { m_busyTimeout = milliseconds; }
+
+    // A statement in the screens' dialect, translated for this connection's engine.
+    TranslationResult translate(const Statement& statement) const;
+    // Engine SQL as it stands, for setting up a store (DatabaseInit) and for test fixtures only.
+    bool executeNative(const QString& sql, const QVariantList& values = {});
+
+    // The engine while open, else null. For Recordset and the store's own classes.
+    StoreEngine* engine() const { return m_engine.get(); }
+
+private:
+    bool fail(const QString& message);
+    bool openSqlite(const QString& path);
+    bool runMultiTableDelete(const TranslationResult& translation, long* rowsAffected);
+
+    QString m_name;
+    QString m_connectionString;
+    SqlDialect m_dialect = SqlDialect::Sqlite;
+    std::unique_ptr<StoreEngine> m_engine;
+    std::function<QDateTime()> m_clock;
+    int m_busyTimeout = 5000;
+    QString m_lastError;
+};
+
+} // namespace marlet

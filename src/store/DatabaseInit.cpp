@@ -1,0 +1,162 @@
+#include "store/DatabaseInit.h"
+
+#include "platform/Platform.h"
+#include "store/Connection.h"
+#include "store/Schema.h"
+#include "store/StoreEngine.h"
+#include "store/StoreValue.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <utility>
+
+namespace marlet {
+
+namespace {
+
+using Row = QList<std::pair<const char*, QVariant>>;
+
+Row optionsRow()
+{
+    return {{"TicketIniName", QStringLiteral("NVT")},
+        {"Currency", QStringLiteral("N")},
+        {"AdministratorPower", false},
+        {"NoUser", false},
+        {"NightTimeStart", QStringLiteral("00:00")},
+        {"NightTimeEnd", QStringLiteral("06:00")},
+        {"Title", MessageTitle()},
+        {"Address", QString()},
+        {"Information", QString()},
+        {"LogIn", true},
+        {"EnableBackUp", true},
+        {"EnableCleanUp", true},
+        {"RecycleBinSize", 5000},
+        {"SMSAccount", QString()},
+        {"SMSPassword", QString()},
+        {"SMScost", QString()}};
+}
+
+// The built-in account with the rights its saving forces.
+Row administratorRow(const QString& password)
+{
+    return {{"Username", QStringLiteral("ADMINISTRATOR")},
+        {"Password", password},
+        {"Type", QStringLiteral("ADMINISTRATOR")},
+        {"Solotime", 60},
+        {"Expire", QStringLiteral("999")},
+        {"Allocate", true},
+        {"Shutrest", true},
+        {"XView", true},
+        {"Pass", true},
+        {"Generate", false},
+        {"enabled", true},
+        {"Print", false},
+        {"Pause", false},
+        {"Option", false},
+        {"POS", false},
+        {"ActBox", false}};
+}
+
+Row registerRow()
+{
+    return {{"TotGenerated", 0}, {"TotCost", 0}};
+}
+
+bool insert(StoreEngine& engine, const char* tableName, const Row& row)
+{
+    const TableDef* table = Schema::standard().table(QString::fromLatin1(tableName));
+    QStringList columns;
+    QVariantList values;
+    for (const auto& [name, value] : row) {
+        columns.append(QString::fromLatin1(name));
+        values.append(storevalue::toStored(table->column(columns.last())->type, value).value_or(QVariant()));
+    }
+    return engine.insertRow(table->name, columns, values, nullptr);
+}
+
+QString createTables(Connection& connection, const QString& password)
+{
+    StoreEngine& engine = *connection.engine();
+    if (!connection.executeNative(QStringLiteral("PRAGMA journal_mode = WAL")))
+        return connection.lastError();
+    // One transaction for the whole setup: quick, and a failure leaves nothing half made.
+    engine.execute(QStringLiteral("BEGIN"), {});
+    for (const QString& sql : engine.schemaSql(Schema::standard())) {
+        if (!engine.execute(sql, {}))
+            return engine.lastError();
+    }
+    if (!insert(engine, "Options", optionsRow()) || !insert(engine, "Users", administratorRow(password))
+        || !insert(engine, "Register", registerRow()))
+        return engine.lastError();
+    return engine.execute(QStringLiteral("COMMIT"), {}) ? QString() : engine.lastError();
+}
+
+QString removeDatabase(const QString& path)
+{
+    for (const QString& suffix :
+        {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")}) {
+        if (QFileInfo::exists(path + suffix) && !QFile::remove(path + suffix))
+            return QStringLiteral("The database '%1' could not be replaced.").arg(path + suffix);
+    }
+    return QString();
+}
+
+} // namespace
+
+QString DatabaseInit::generatePassword()
+{
+    static const QLatin1StringView alphabet("ABCDEFGHJKLMNPQRSTUVWXYZ23456789");
+    QString password;
+    for (int i = 0; i < 12; ++i)
+        password += QChar(alphabet.at(QRandomGenerator::system()->bounded(int(alphabet.size()))));
+    return password;
+}
+
+QString DatabaseInit::passwordProblem(const QString& password)
+{
+    if (password.isEmpty())
+        return QStringLiteral("The administrator password is empty.");
+    if (password.size() > 15)
+        return QStringLiteral("The administrator password is longer than 15 characters.");
+    if (password.contains(u'\''))
+        return QStringLiteral("The administrator password must not hold a quote.");
+    return QString();
+}
+
+InitResult DatabaseInit::run() const
+{
+    const ConnectionTarget target = parseConnectionString(connectionString);
+    if (!target.ok())
+        return {target.error, {}};
+    if (target.dialect == SqlDialect::Postgres)
+        return {QStringLiteral("PostgreSQL databases are not available yet."), {}};
+    const QString chosen = password.isEmpty() ? generatePassword() : password.toUpper();
+    if (const QString problem = passwordProblem(chosen); !problem.isEmpty())
+        return {problem, {}};
+
+    const QString path = target.location;
+    if (QFileInfo::exists(path) && !force)
+        return {QStringLiteral("The database '%1' already exists; it is replaced only when forced.").arg(path), {}};
+    if (const QString problem = removeDatabase(path); !problem.isEmpty())
+        return {problem, {}};
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return {QStringLiteral("The database '%1' could not be created: %2").arg(path, file.errorString()), {}};
+    file.close();
+
+    Connection connection;
+    QString error
+        = connection.Open(QStringLiteral("sqlite:") + path) ? createTables(connection, chosen) : connection.lastError();
+    connection.Close();
+    if (!error.isEmpty()) {
+        removeDatabase(path);
+        return {error, {}};
+    }
+    return {QString(), chosen};
+}
+
+} // namespace marlet

@@ -1,0 +1,84 @@
+#include "store/PreferenceKeys.h"
+
+#include "platform/LegacyConvert.h"
+
+namespace marlet {
+
+std::span<const PreferenceKey> preferenceCatalogue()
+{
+    return detail::preferenceCatalogue;
+}
+
+const PreferenceKey* findPreferenceKey(QStringView section, QStringView name)
+{
+    for (const PreferenceKey& key : detail::preferenceCatalogue) {
+        if (QLatin1StringView(key.section.data(), qsizetype(key.section.size())).compare(section, Qt::CaseInsensitive)
+                == 0
+            && QLatin1StringView(key.name.data(), qsizetype(key.name.size())).compare(name, Qt::CaseInsensitive) == 0)
+            return &key;
+    }
+    return nullptr;
+}
+
+SessionPreferences::SessionPreferences(Preferences& store, QString appTitle)
+    : m_store(store)
+    , m_appTitle(std::move(appTitle))
+{
+}
+
+QString SessionPreferences::application(const PreferenceKey& key) const
+{
+    return key.application == PreferenceApp::Product ? QString(ProductWord) : m_appTitle;
+}
+
+QString SessionPreferences::text(const PreferenceKey& key) const
+{
+    return text(key, key.defaultText());
+}
+
+QString SessionPreferences::text(const PreferenceKey& key, const QString& defaultValue) const
+{
+    return m_store.GetSetting(application(key), key.sectionText(), key.nameText(), defaultValue);
+}
+
+double SessionPreferences::number(const PreferenceKey& key) const
+{
+    return numberOf(text(key));
+}
+
+double SessionPreferences::number(const PreferenceKey& key, const QString& defaultValue) const
+{
+    return numberOf(text(key, defaultValue));
+}
+
+bool SessionPreferences::truth(const PreferenceKey& key) const
+{
+    return truthOf(text(key));
+}
+
+bool SessionPreferences::truth(const PreferenceKey& key, const QString& defaultValue) const
+{
+    return truthOf(text(key, defaultValue));
+}
+
+void SessionPreferences::save(const PreferenceKey& key, const QString& value)
+{
+    m_store.SaveSetting(application(key), key.sectionText(), key.nameText(), value);
+}
+
+double SessionPreferences::numberOf(const QString& text)
+{
+    return legacy::Val(text);
+}
+
+bool SessionPreferences::truthOf(const QString& text)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.compare(u"True", Qt::CaseInsensitive) == 0)
+        return true;
+    if (trimmed.compare(u"False", Qt::CaseInsensitive) == 0)
+        return false;
+    return legacy::IsNumeric(trimmed) && legacy::Val(trimmed) != 0;
+}
+
+} // namespace marlet

@@ -1,0 +1,200 @@
+#include "store/Preferences.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <sys/stat.h>
+
+namespace marlet {
+
+namespace {
+
+const QString fileName = QStringLiteral("preferences.ini");
+const QString fileHeader = QStringLiteral(
+    "; Preferences of this user on this machine: [application/section], then key=value.\n"
+    "; Names match without regard to case; \\xHH stands for a character that cannot stand as it is.\n");
+
+// Characters that would end a name early or be taken for the file's own syntax.
+bool needsEscape(QChar c, bool inName)
+{
+    if (c == u'\\' || c.unicode() < 0x20 || c.unicode() == 0x7f)
+        return true;
+    return inName && (c == u'/' || c == u'=' || c == u'[' || c == u']' || c == u';');
+}
+
+QString escaped(const QString& text, bool inName)
+{
+    QString out;
+    out.reserve(text.size());
+    for (QChar c : text) {
+        if (c == u'\\')
+            out += QLatin1String("\\\\");
+        else if (needsEscape(c, inName))
+            out += QLatin1String("\\x") + QString::number(c.unicode(), 16).rightJustified(2, u'0');
+        else
+            out += c;
+    }
+    return out;
+}
+
+QString unescaped(QStringView text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\\' || i + 1 >= text.size()) {
+            out += text[i];
+        } else if (text[i + 1] == u'\\') {
+            out += u'\\';
+            ++i;
+        } else if (text[i + 1] == u'x' && i + 3 < text.size()) {
+            bool ok = false;
+            const ushort code = text.mid(i + 2, 2).toUShort(&ok, 16);
+            out += ok ? QChar(code) : text[i];
+            i += ok ? 3 : 0;
+        } else {
+            out += text[i];
+        }
+    }
+    return out;
+}
+
+QString foldedAddress(const QString& application, const QString& section, const QString& key)
+{
+    return application.toCaseFolded() + u'\x1f' + section.toCaseFolded() + u'\x1f' + key.toCaseFolded();
+}
+
+} // namespace
+
+Preferences::Preferences(const QString& folder)
+{
+    QString dir = folder;
+    if (dir.isEmpty())
+        dir = qEnvironmentVariable("MARLET_PREFS");
+    if (dir.isEmpty())
+        dir = defaultFolder();
+    m_path = QDir(dir).filePath(fileName);
+}
+
+QString Preferences::defaultFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/marlet");
+}
+
+QString Preferences::GetSetting(
+    const QString& application, const QString& section, const QString& key, const QString& defaultValue) const
+{
+    refresh();
+    const auto found = m_index.constFind(foldedAddress(application, section, key));
+    return found == m_index.constEnd() ? defaultValue : m_entries.at(*found).value;
+}
+
+void Preferences::SaveSetting(
+    const QString& application, const QString& section, const QString& key, const QString& value)
+{
+    // The lock keeps two programs that save at the same moment from dropping each other's keys.
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    QDir().mkpath(QFileInfo(m_path).absolutePath());
+    lock.tryLock(2000); // a lock that cannot be had in time does not stop the save
+    refresh();
+    const auto found = m_index.constFind(foldedAddress(application, section, key));
+    if (found != m_index.constEnd() && m_entries.at(*found).value == value)
+        return;
+    put({application, section, key, value});
+    if (write())
+        m_lastError.clear();
+}
+
+Preferences::FileStamp Preferences::currentStamp() const
+{
+    // One status call per read. Every save replaces the file, so the inode tells a new version even
+    // when the clock's granularity gives two versions the same modification time.
+    struct stat status = {};
+    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    return {true,
+            std::uint64_t(status.st_ino),
+            std::int64_t(status.st_size),
+            std::int64_t(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec};
+}
+
+void Preferences::refresh() const
+{
+    const FileStamp stamp = currentStamp();
+    if (stamp == m_stamp)
+        return;
+    m_stamp = stamp;
+    load();
+}
+
+void Preferences::load() const
+{
+    m_entries.clear();
+    m_index.clear();
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return;
+    QString application;
+    QString section;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    for (const QString& line : lines) {
+        if (line.startsWith(u'[') && line.endsWith(u']')) {
+            const QStringView address = QStringView(line).mid(1, line.size() - 2);
+            const qsizetype slash = address.indexOf(u'/');
+            application = unescaped(address.left(slash < 0 ? address.size() : slash));
+            section = slash < 0 ? QString() : unescaped(address.mid(slash + 1));
+            continue;
+        }
+        const qsizetype equals = line.indexOf(u'=');
+        if (line.startsWith(u';') || equals < 0)
+            continue;
+        put({application,
+            section,
+            unescaped(QStringView(line).left(equals)),
+            unescaped(QStringView(line).mid(equals + 1))});
+    }
+}
+
+void Preferences::put(const Entry& entry) const
+{
+    const QString address = foldedAddress(entry.application, entry.section, entry.key);
+    const auto found = m_index.constFind(address);
+    if (found != m_index.constEnd()) {
+        m_entries[*found].value = entry.value;
+        return;
+    }
+    m_index.insert(address, m_entries.size());
+    m_entries.append(entry);
+}
+
+bool Preferences::write()
+{
+    // Entries are grouped under the first spelling of their application and section.
+    QList<QString> groups;
+    QHash<QString, QString> groupText;
+    for (const Entry& entry : std::as_const(m_entries)) {
+        const QString group = entry.application.toCaseFolded() + u'\x1f' + entry.section.toCaseFolded();
+        if (!groupText.contains(group)) {
+            groups.append(group);
+            groupText.insert(
+                group, u'[' + escaped(entry.application, true) + u'/' + escaped(entry.section, true) + u"]\n");
+        }
+        groupText[group] += escaped(entry.key, true) + u'=' + escaped(entry.value, false) + u'\n';
+    }
+    QString text = fileHeader;
+    for (const QString& group : std::as_const(groups))
+        text += groupText.value(group);
+
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
+        m_lastError = file.errorString();
+        return false;
+    }
+    m_stamp = currentStamp();
+    return true;
+}
+
+} // namespace marlet

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+
+namespace marlet {
+
+// The per-user, per-machine store of named text values, addressed by application, section and key.
+//
+// Application, section and key match without regard to case: "MovetoRecycle" written and
+// "MoveToRecycle" read are one value. The file keeps the spelling in which a name was first
+// written, so that it stays readable. Reading never fails: an absent key, a missing or unreadable
+// file all give the caller's default. Nothing ever deletes a key.
+//
+// The values live in one file, preferences.ini, in a folder chosen in this order: the folder given
+// to the constructor (the host's --prefs), the environment variable MARLET_PREFS, and otherwise
+// the folder "marlet" in the user's configuration location. Reads come from memory; the file is
+// read again when it changed on disk, since other programs of the system write keys too. Every
+// write replaces the file atomically and is synced to disk before SaveSetting returns.
+class Preferences
+{
+public:
+    explicit Preferences(const QString& folder = {});
+
+    QString GetSetting(
+        const QString& application, const QString& section, const QString& key, const QString& defaultValue) const;
+    void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
+
+    QString filePath() const { return m_path; }
+    // Why the last write could not reach the disk, or empty. The value is kept in memory anyway.
+    QString lastError() const { return m_lastError; }
+
+    static QString defaultFolder();
+
+private:
+    struct Entry
+    {
+        QString application;
+        QString section;
+        QString key;
+        QString value;
+    };
+    // What identifies one version of the file on disk.
+    struct FileStamp
+    {
+        bool exists = false;
+        std::uint64_t inode = 0;
+        std::int64_t size = 0;
+        std::int64_t modified = 0; // nanoseconds
+        bool operator==(const FileStamp&) const = default;
+    };
+
+    FileStamp currentStamp() const;
+    void refresh() const;
+    void load() const;
+    bool write();
+    void put(const Entry& entry) const;
+
+    QString m_path;
+    QString m_lastError;
+    mutable FileStamp m_stamp;
+    mutable QList<Entry> m_entries; // in file order
+    mutable QHash<QString, qsizetype> m_index; // folded address -> position in m_entries
+};
+
+} // namespace marlet

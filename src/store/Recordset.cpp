@@ -1,0 +1,408 @@
+#include "store/Recordset.h"
+
+#include "store/Connection.h"
+#include "store/StoreValue.h"
+
+namespace marlet {
+
+namespace {
+
+// The desktop store's own wording, which the screens' users know.
+const QString objectOpen = QStringLiteral("Operation is not allowed when the object is open.");
+const QString objectClosed = QStringLiteral("Operation is not allowed when the object is closed.");
+const QString noCurrentRecord = QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
+                                               "Requested operation requires a current record.");
+const QString readOnlyLock = QStringLiteral("Current Recordset does not support updating. This may be a limitation "
+                                            "of the provider, or of the selected locktype.");
+const QString readOnlySource = QStringLiteral("Cannot update. Database or object is read-only.");
+QString noSuchField(const QString& field)
+{
+    return QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal: %1.")
+        .arg(field);
+}
+
+const QString rowGone = QStringLiteral("Row cannot be located for updating. Some values may have been changed "
+                                       "since it was last read.");
+
+} // namespace
+
+bool Recordset::fail(const QString& message) const
+{
+    m_lastError = message;
+    return false;
+}
+
+bool Recordset::Open(const Statement& source, Connection& connection, CursorType /*cursor*/, LockType lock)
+{
+    // Static is the one cursor there is: every result set is a snapshot.
+    if (m_open)
+        return fail(objectOpen);
+    if (connection.State() != 1)
+        return fail(objectClosed);
+    const TranslationResult translation = connection.translate(source);
+    if (!translation.ok())
+        return fail(translation.error);
+    if (translation.kind != StatementKind::Select)
+        return connection.Execute(source) || fail(connection.lastError());
+    m_connection = &connection;
+    m_source = source;
+    m_lock = lock;
+    return load();
+}
+
+bool Recordset::load()
+{
+    const TranslationResult translation = m_connection->translate(m_source);
+    if (!translation.ok())
+        return fail(translation.error);
+    const bool keyed = m_lock == LockType::Optimistic && !translation.keyedSql.isEmpty();
+    StoreEngine* engine = m_connection->engine();
+    if (!engine->select(keyed ? translation.keyedSql : translation.sql, translation.values, m_columns, m_rows))
+        return fail(engine->lastError());
+    m_keyColumns = keyed ? 1 : 0;
+    m_table = keyed ? translation.tables.value(0) : QString();
+    if (keyed)
+        m_columns.removeFirst();
+    m_nameCache.clear();
+    m_open = true;
+    m_position = 0;
+    m_currentDeleted = false;
+    m_editMode = EditMode::None;
+    m_pending.clear();
+    forgetDecodedRow();
+    return true;
+}
+
+void Recordset::Close()
+{
+    m_open = false;
+    m_connection = nullptr;
+    m_columns.clear();
+    m_rows.clear(0);
+    m_nameCache.clear();
+    m_pending.clear();
+    m_editMode = EditMode::None;
+    forgetDecodedRow();
+}
+
+bool Recordset::Requery()
+{
+    if (!m_open)
+        return fail(objectClosed);
+    if (m_editMode != EditMode::None)
+        return fail(QStringLiteral("Operation is not allowed in this context."));
+    if (m_connection->State() != 1)
+        return fail(objectClosed);
+    return load();
+}
+
+long Recordset::RecordCount() const
+{
+    return m_open ? long(m_rows.rowCount()) : -1;
+}
+
+bool Recordset::Eof() const
+{
+    return !m_open || m_position >= m_rows.rowCount();
+}
+
+bool Recordset::Bof() const
+{
+    return !m_open || m_position < 0 || m_rows.rowCount() == 0;
+}
+
+bool Recordset::hasCurrentRecord() const
+{
+    return m_open && !m_currentDeleted && m_position >= 0 && m_position < m_rows.rowCount();
+}
+
+bool Recordset::leaveEdit()
+{
+    if (!m_open)
+        return fail(objectClosed);
+    return m_editMode == EditMode::None || Update();
+}
+
+bool Recordset::MoveFirst()
+{
+    if (!leaveEdit())
+        return false;
+    m_position = 0;
+    m_currentDeleted = false;
+    return true;
+}
+
+bool Recordset::MoveLast()
+{
+    if (!leaveEdit())
+        return false;
+    m_position = std::max<qsizetype>(0, m_rows.rowCount() - 1);
+    m_currentDeleted = false;
+    return true;
+}
+
+bool Recordset::MoveNext()
+{
+    if (!leaveEdit())
+        return false;
+    // After a Delete the position already holds the row that followed the deleted one.
+    if (m_currentDeleted) {
+        m_currentDeleted = false;
+        return true;
+    }
+    if (Eof())
+        return fail(noCurrentRecord);
+    ++m_position;
+    return true;
+}
+
+bool Recordset::MovePrevious()
+{
+    if (!leaveEdit())
+        return false;
+    if (!m_currentDeleted && (m_position < 0 || m_rows.rowCount() == 0))
+        return fail(noCurrentRecord);
+    m_currentDeleted = false;
+    --m_position;
+    return true;
+}
+
+QString Recordset::fieldName(int index) const
+{
+    return index >= 0 && index < m_columns.size() ? m_columns.at(index).name : QString();
+}
+
+int Recordset::fieldIndex(const QString& name) const
+{
+    // Screens ask for the same few names on every row; the spelling they use is remembered.
+    const auto known = m_nameCache.constFind(name);
+    if (known != m_nameCache.constEnd())
+        return *known;
+    for (int i = 0; i < m_columns.size(); ++i) {
+        if (m_columns.at(i).name.compare(name, Qt::CaseInsensitive) == 0) {
+            m_nameCache.insert(name, i);
+            return i;
+        }
+    }
+    return -1;
+}
+
+const std::vector<Cell>& Recordset::currentCells() const
+{
+    if (m_decodedRow != m_position) {
+        m_rows.decodeRow(m_position, m_cells);
+        m_decodedRow = m_position;
+    }
+    return m_cells;
+}
+
+QVariant Recordset::typed(int index, const Cell& cell) const
+{
+    const std::optional<ColumnType> type = m_columns.at(index).type;
+    switch (cell.kind) {
+    case Cell::Kind::Integer:
+        return type ? storevalue::fromInteger(*type, cell.integer) : QVariant(cell.integer);
+    case Cell::Kind::Real:
+        return type ? storevalue::fromReal(*type, cell.real) : QVariant(cell.real);
+    case Cell::Kind::Text:
+        return storevalue::fromUtf8(type.value_or(ColumnType::Text), cell.bytes);
+    case Cell::Kind::Blob:
+    case Cell::Kind::Null:
+        break;
+    }
+    return cell.toVariant();
+}
+
+QVariant Recordset::value(int index, bool* ok) const
+{
+    const std::optional<QVariant> result = readField(index);
+    if (ok)
+        *ok = result.has_value();
+    return result.value_or(QVariant());
+}
+
+QVariant Recordset::value(const QString& name, bool* ok) const
+{
+    const int index = fieldIndex(name);
+    if (index < 0 && m_open) {
+        if (ok)
+            *ok = false;
+        fail(noSuchField(name));
+        return QVariant();
+    }
+    return value(index, ok);
+}
+
+std::optional<QVariant> Recordset::readField(int index) const
+{
+    if (!m_open)
+        return failRead(objectClosed);
+    if (index < 0 || index >= m_columns.size())
+        return failRead(noSuchField(QString::number(index)));
+    if (m_pending.contains(index)) {
+        const std::optional<ColumnType> type = m_columns.at(index).type;
+        return type ? storevalue::fromStored(*type, m_pending.value(index)) : m_pending.value(index);
+    }
+    if (m_editMode == EditMode::Adding)
+        return QVariant();
+    if (!hasCurrentRecord())
+        return failRead(noCurrentRecord);
+    return typed(index, currentCells().at(std::size_t(index + m_keyColumns)));
+}
+
+std::nullopt_t Recordset::failRead(const QString& message) const
+{
+    m_lastError = message;
+    return std::nullopt;
+}
+
+bool Recordset::checkWritable() const
+{
+    if (!m_open)
+        return fail(objectClosed);
+    if (m_lock != LockType::Optimistic)
+        return fail(readOnlyLock);
+    if (m_keyColumns == 0)
+        return fail(readOnlySource);
+    if (m_connection->State() != 1)
+        return fail(objectClosed);
+    return true;
+}
+
+bool Recordset::setValue(int index, const QVariant& value)
+{
+    if (!checkWritable())
+        return false;
+    if (index < 0 || index >= m_columns.size())
+        return fail(noSuchField(QString::number(index)));
+    const ResultColumn& column = m_columns.at(index);
+    if (column.column.isEmpty() || column.table.compare(m_table, Qt::CaseInsensitive) != 0)
+        return fail(QStringLiteral("Field '%1' cannot be updated.").arg(column.name));
+    if (m_editMode == EditMode::None && !hasCurrentRecord())
+        return fail(noCurrentRecord);
+    const auto stored = storevalue::toStored(column.type.value_or(ColumnType::Text), value);
+    if (!stored)
+        return fail(QStringLiteral("Type mismatch: the value does not fit field '%1'.").arg(column.name));
+    if (m_editMode == EditMode::None)
+        m_editMode = EditMode::Editing;
+    m_pending.insert(index, *stored);
+    return true;
+}
+
+bool Recordset::setValue(const QString& name, const QVariant& value)
+{
+    const int index = fieldIndex(name);
+    if (index < 0 && m_open)
+        return fail(noSuchField(name));
+    return setValue(index, value);
+}
+
+bool Recordset::AddNew()
+{
+    if (!checkWritable())
+        return false;
+    if (m_editMode != EditMode::None && !Update())
+        return false;
+    m_positionBeforeAdd = m_position;
+    m_editMode = EditMode::Adding;
+    m_pending.clear();
+    return true;
+}
+
+bool Recordset::Update()
+{
+    if (!m_open)
+        return fail(objectClosed);
+    if (m_editMode == EditMode::None)
+        return true;
+    if (!checkWritable())
+        return false;
+    if (!(m_editMode == EditMode::Adding ? insertNew() : updateCurrent()))
+        return false;
+    m_editMode = EditMode::None;
+    m_pending.clear();
+    forgetDecodedRow();
+    return true;
+}
+
+bool Recordset::updateCurrent()
+{
+    QStringList names;
+    QVariantList values;
+    for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
+        names.append(m_columns.at(it.key()).column);
+        values.append(it.value());
+    }
+    const std::vector<Cell>& cells = currentCells();
+    long changes = 0;
+    StoreEngine* engine = m_connection->engine();
+    if (!engine->updateRow(m_table, names, values, cells.front().toVariant(), &changes))
+        return fail(engine->lastError());
+    if (changes == 0)
+        return fail(rowGone);
+    m_rows.beginRow();
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const int field = int(i) - m_keyColumns;
+        m_rows.addVariant(m_pending.contains(field) ? m_pending.value(field) : cells.at(i).toVariant());
+    }
+    m_rows.endRow(m_position);
+    return true;
+}
+
+bool Recordset::insertNew()
+{
+    QStringList names;
+    QVariantList values;
+    for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
+        names.append(m_columns.at(it.key()).column);
+        values.append(it.value());
+    }
+    QVariant key;
+    StoreEngine* engine = m_connection->engine();
+    if (!engine->insertRow(m_table, names, values, &key))
+        return fail(engine->lastError());
+    // The new row joins the snapshot at its end and becomes the current row.
+    m_rows.beginRow();
+    m_rows.addVariant(key);
+    for (int field = 0; field < m_columns.size(); ++field)
+        m_rows.addVariant(m_pending.value(field));
+    m_rows.endRow();
+    m_position = m_rows.rowCount() - 1;
+    m_currentDeleted = false;
+    return true;
+}
+
+bool Recordset::CancelUpdate()
+{
+    if (!m_open)
+        return fail(objectClosed);
+    if (m_editMode == EditMode::Adding)
+        m_position = m_positionBeforeAdd;
+    m_editMode = EditMode::None;
+    m_pending.clear();
+    return true;
+}
+
+bool Recordset::Delete()
+{
+    if (!checkWritable())
+        return false;
+    if (m_editMode == EditMode::Adding)
+        return CancelUpdate();
+    if (!hasCurrentRecord())
+        return fail(noCurrentRecord);
+    m_editMode = EditMode::None;
+    m_pending.clear();
+    long changes = 0;
+    StoreEngine* engine = m_connection->engine();
+    if (!engine->deleteRow(m_table, currentCells().front().toVariant(), &changes))
+        return fail(engine->lastError());
+    if (changes == 0)
+        return fail(rowGone);
+    m_rows.removeRow(m_position);
+    m_currentDeleted = true;
+    forgetDecodedRow();
+    return true;
+}
+
+} // namespace marlet

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "store/RowStore.h"
+#include "store/Statement.h"
+#include "store/StoreEngine.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+#include <vector>
+
+namespace marlet {
+
+class Connection;
+
+enum class CursorType { Static = 3 };
+enum class LockType { ReadOnly = 1, Optimistic = 3 };
+enum class EditMode { None, Editing, Adding };
+
+// A result set in the manner of the desktop store's record set, the model the screens are written
+// against. The rows are a snapshot taken at Open: other programs' changes show after Requery.
+//
+// An optimistic result set over one table writes back: field assignments followed by Update change
+// the current row in the table, AddNew adds a row (also when the select had a WHERE), Delete removes
+// the current row; each by the row's key, each at once, in no transaction. Moving to another row
+// with changes pending saves them first, as the desktop store does. Selects over several tables, and
+// read-only result sets, refuse every change.
+//
+// Nothing throws. A failing call returns false (or a null value with *ok false) and keeps its reason
+// in lastError(); the caller's continue-on-error mode decides what happens next. Values come back
+// typed by the schema: bool, QDateTime, float for single, double, qint64, QString, and a null
+// QVariant for Null. Eof and Bof stand for the desktop store's EOF and BOF (EOF is a C macro).
+class Recordset
+{
+public:
+    Recordset() = default;
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    // A statement that is not a select runs and leaves the result set closed, as in the desktop store.
+    bool Open(const Statement& source,
+        Connection& connection,
+        CursorType cursor = CursorType::Static,
+        LockType lock = LockType::ReadOnly);
+    void Close();
+    int State() const { return m_open ? 1 : 0; }
+    bool Requery();
+
+    long RecordCount() const; // -1 while closed
+    bool Eof() const; // also true while closed, so that a reading loop ends
+    bool Bof() const;
+    bool MoveFirst();
+    bool MoveNext();
+    bool MovePrevious();
+    bool MoveLast();
+
+    bool AddNew();
+    bool Update();
+    bool CancelUpdate();
+    bool Delete();
+    EditMode editMode() const { return m_editMode; }
+
+    int fieldCount() const { return int(m_columns.size()); }
+    QString fieldName(int index) const;
+    int fieldIndex(const QString& name) const; // any case; -1 when there is no such field
+    QVariant value(int index, bool* ok = nullptr) const;
+    QVariant value(const QString& name, bool* ok = nullptr) const;
+    bool setValue(int index, const QVariant& value);
+    bool setValue(const QString& name, const QVariant& value);
+
+    QString lastError() const { return m_lastError; }
+
+private:
+    bool fail(const QString& message) const;
+    std::nullopt_t failRead(const QString& message) const;
+    std::optional<QVariant> readField(int index) const;
+    bool load();
+    bool hasCurrentRecord() const;
+    bool checkWritable() const;
+    bool leaveEdit();
+    const std::vector<Cell>& currentCells() const;
+    QVariant typed(int index, const Cell& cell) const;
+    bool updateCurrent();
+    bool insertNew();
+    void forgetDecodedRow() const { m_decodedRow = -1; }
+
+    Connection* m_connection = nullptr;
+    Statement m_source {QString()};
+    LockType m_lock = LockType::ReadOnly;
+    bool m_open = false;
+
+    QList<ResultColumn> m_columns; // the visible fields
+    int m_keyColumns = 0; // 1 when the rows carry their key in front, 0 when not writable
+    QString m_table; // the table that changes go to
+    RowStore m_rows;
+    qsizetype m_position = 0; // -1 before the first row, rowCount() after the last
+    bool m_currentDeleted = false;
+
+    EditMode m_editMode = EditMode::None;
+    QHash<int, QVariant> m_pending; // field -> value as it will be stored
+    qsizetype m_positionBeforeAdd = 0;
+
+    mutable std::vector<Cell> m_cells;
+    mutable qsizetype m_decodedRow = -1;
+    mutable QHash<QString, int> m_nameCache;
+    mutable QString m_lastError;
+};
+
+} // namespace marlet

@@ -1,0 +1,307 @@
+#include "store/SqliteEngine.h"
+
+#include "store/RowStore.h"
+#include "store/SqlTranslator.h"
+#include "store/StoreValue.h"
+
+#include <sqlite3.h>
+
+namespace marlet {
+
+namespace {
+
+// SQLITE_TRANSIENT without the C cast of its macro: SQLite copies what is bound.
+const sqlite3_destructor_type copyOnBind = reinterpret_cast<sqlite3_destructor_type>(std::intptr_t(-1));
+
+// Kept statements beyond this number are dropped all at once; the screens use a few dozen texts.
+constexpr qsizetype keptStatements = 64;
+
+// Puts a statement back to its start when a run ends, so that no read or write lock outlives it.
+class ResetOnExit
+{
+public:
+    explicit ResetOnExit(sqlite3_stmt* statement)
+        : m_statement(statement)
+    {
+    }
+    ~ResetOnExit()
+    {
+        sqlite3_reset(m_statement);
+        sqlite3_clear_bindings(m_statement);
+    }
+    ResetOnExit(const ResetOnExit&) = delete;
+    ResetOnExit& operator=(const ResetOnExit&) = delete;
+
+private:
+    sqlite3_stmt* m_statement;
+};
+
+QString placeholders(qsizetype count)
+{
+    QStringList marks;
+    marks.fill(QStringLiteral("?"), count);
+    return marks.join(QStringLiteral(", "));
+}
+
+QString quotedList(const QStringList& names, const QString& suffix)
+{
+    QStringList quoted;
+    for (const QString& name : names)
+        quoted.append(SqlTranslator::quoteIdentifier(name) + suffix);
+    return quoted.join(QStringLiteral(", "));
+}
+
+QString utf8(const char* text)
+{
+    return text ? QString::fromUtf8(text) : QString();
+}
+
+void addCell(sqlite3_stmt* statement, int column, RowStore& rows)
+{
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER:
+        rows.addInteger(sqlite3_column_int64(statement, column));
+        break;
+    case SQLITE_FLOAT:
+        rows.addReal(sqlite3_column_double(statement, column));
+        break;
+    case SQLITE_TEXT: {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+        rows.addText(text, std::size_t(sqlite3_column_bytes(statement, column)));
+        break;
+    }
+    case SQLITE_BLOB: {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+        rows.addBlob(bytes, std::size_t(sqlite3_column_bytes(statement, column)));
+        break;
+    }
+    default:
+        rows.addNull();
+    }
+}
+
+ResultColumn describeColumn(sqlite3_stmt* statement, int column)
+{
+    ResultColumn result {utf8(sqlite3_column_name(statement, column)),
+        std::nullopt,
+        utf8(sqlite3_column_table_name(statement, column)),
+        utf8(sqlite3_column_origin_name(statement, column))};
+    // The schema decides, and gives the column's name its own spelling; a table it does not know
+    // falls back to the declared type.
+    const ColumnDef* def = Schema::standard().column(result.table, result.column);
+    if (!def) {
+        result.type = SqliteEngine::typeFromName(sqlite3_column_decltype(statement, column));
+        return result;
+    }
+    result.type = def->type;
+    if (result.name.compare(def->name, Qt::CaseInsensitive) == 0)
+        result.name = def->name;
+    return result;
+}
+
+} // namespace
+
+SqliteEngine::SqliteEngine(sqlite3* handle)
+    : m_handle(handle)
+{
+}
+
+SqliteEngine::~SqliteEngine()
+{
+    finalizeAll();
+}
+
+void SqliteEngine::finalizeAll()
+{
+    for (sqlite3_stmt* statement : std::as_const(m_statements))
+        sqlite3_finalize(statement);
+    m_statements.clear();
+}
+
+QString SqliteEngine::typeName(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Text:
+        return QStringLiteral("TEXT");
+    case ColumnType::Boolean:
+        return QStringLiteral("BOOLEAN");
+    case ColumnType::Integer:
+        return QStringLiteral("INTEGER");
+    case ColumnType::Single:
+        return QStringLiteral("FLOAT");
+    case ColumnType::Double:
+        return QStringLiteral("DOUBLE");
+    case ColumnType::Date:
+        return QStringLiteral("DATETIME");
+    case ColumnType::Number:
+        break;
+    }
+    return QStringLiteral("NUMERIC");
+}
+
+std::optional<ColumnType> SqliteEngine::typeFromName(const char* declared)
+{
+    const QString name = utf8(declared);
+    for (ColumnType type : {ColumnType::Text,
+             ColumnType::Boolean,
+             ColumnType::Integer,
+             ColumnType::Single,
+             ColumnType::Double,
+             ColumnType::Date,
+             ColumnType::Number}) {
+        if (name.compare(typeName(type), Qt::CaseInsensitive) == 0)
+            return type;
+    }
+    return std::nullopt;
+}
+
+bool SqliteEngine::fail()
+{
+    return fail(utf8(sqlite3_errmsg(m_handle)));
+}
+
+bool SqliteEngine::fail(const QString& message)
+{
+    m_error = message;
+    return false;
+}
+
+sqlite3_stmt* SqliteEngine::prepare(const QString& sql, const QVariantList& values)
+{
+    sqlite3_stmt* statement = m_statements.value(sql);
+    if (!statement) {
+        const QByteArray text = sql.toUtf8();
+        const char* tail = nullptr;
+        if (sqlite3_prepare_v3(
+                m_handle, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT, &statement, &tail)
+            != SQLITE_OK) {
+            fail();
+            return nullptr;
+        }
+        if (!statement || !QByteArrayView(tail).trimmed().isEmpty()) {
+            sqlite3_finalize(statement);
+            fail(QStringLiteral("Characters found after end of SQL statement."));
+            return nullptr;
+        }
+        if (m_statements.size() >= keptStatements)
+            finalizeAll();
+        m_statements.insert(sql, statement);
+    }
+    return bind(statement, values) ? statement : nullptr;
+}
+
+bool SqliteEngine::bind(sqlite3_stmt* statement, const QVariantList& values)
+{
+    if (sqlite3_bind_parameter_count(statement) != values.size())
+        return fail(QStringLiteral("Number of values (%1) does not match the statement's parameters (%2).")
+                        .arg(values.size())
+                        .arg(sqlite3_bind_parameter_count(statement)));
+    for (int i = 0; i < values.size(); ++i) {
+        const QVariant value = storevalue::toBindable(values.at(i));
+        int rc = SQLITE_OK;
+        if (!value.isValid() || value.isNull()) {
+            rc = sqlite3_bind_null(statement, i + 1);
+        } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
+            rc = sqlite3_bind_double(statement, i + 1, value.toDouble());
+        } else if (value.typeId() == QMetaType::QByteArray) {
+            const QByteArray bytes = value.toByteArray();
+            rc = sqlite3_bind_blob64(statement, i + 1, bytes.constData(), sqlite3_uint64(bytes.size()), copyOnBind);
+        } else if (value.typeId() == QMetaType::QString || !value.canConvert<qint64>()) {
+            const QString text = value.toString();
+            rc = sqlite3_bind_text16(statement, i + 1, text.utf16(), int(text.size() * 2), copyOnBind);
+        } else {
+            rc = sqlite3_bind_int64(statement, i + 1, value.toLongLong());
+        }
+        if (rc != SQLITE_OK)
+            return fail();
+    }
+    return true;
+}
+
+bool SqliteEngine::execute(const QString& sql, const QVariantList& values, long* changes)
+{
+    sqlite3_stmt* statement = prepare(sql, values);
+    if (!statement)
+        return false;
+    const ResetOnExit reset(statement);
+    int rc = SQLITE_ROW;
+    while (rc == SQLITE_ROW)
+        rc = sqlite3_step(statement);
+    if (rc != SQLITE_DONE)
+        return fail();
+    if (changes)
+        *changes = sqlite3_stmt_readonly(statement) ? 0 : long(sqlite3_changes64(m_handle));
+    return true;
+}
+
+bool SqliteEngine::select(const QString& sql, const QVariantList& values, QList<ResultColumn>& columns, RowStore& rows)
+{
+    sqlite3_stmt* statement = prepare(sql, values);
+    if (!statement)
+        return false;
+    const ResetOnExit reset(statement);
+    const int count = sqlite3_column_count(statement);
+    columns.clear();
+    for (int column = 0; column < count; ++column)
+        columns.append(describeColumn(statement, column));
+    rows.clear(count);
+    int rc = SQLITE_OK;
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+        rows.beginRow();
+        for (int column = 0; column < count; ++column)
+            addCell(statement, column, rows);
+        rows.endRow();
+    }
+    return rc == SQLITE_DONE || fail();
+}
+
+bool SqliteEngine::updateRow(
+    const QString& table, const QStringList& columns, const QVariantList& values, const QVariant& key, long* changes)
+{
+    const QString sql = QStringLiteral("UPDATE ") + SqlTranslator::quoteIdentifier(table) + QStringLiteral(" SET ")
+        + quotedList(columns, QStringLiteral(" = ?")) + QStringLiteral(" WHERE rowid = ?");
+    return execute(sql, QVariantList(values) << key, changes);
+}
+
+bool SqliteEngine::insertRow(
+    const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key)
+{
+    const QString head = QStringLiteral("INSERT INTO ") + SqlTranslator::quoteIdentifier(table);
+    const QString sql = columns.isEmpty() ? QString(head + QStringLiteral(" DEFAULT VALUES"))
+                                          : QString(head + QStringLiteral(" (") + quotedList(columns, QString())
+                                              + QStringLiteral(") VALUES (") + placeholders(columns.size()) + u')');
+    if (!execute(sql, values))
+        return false;
+    if (key)
+        *key = QVariant(qint64(sqlite3_last_insert_rowid(m_handle)));
+    return true;
+}
+
+bool SqliteEngine::deleteRow(const QString& table, const QVariant& key, long* changes)
+{
+    const QString sql
+        = QStringLiteral("DELETE FROM ") + SqlTranslator::quoteIdentifier(table) + QStringLiteral(" WHERE rowid = ?");
+    return execute(sql, {key}, changes);
+}
+
+QStringList SqliteEngine::schemaSql(const Schema& schema) const
+{
+    QStringList statements;
+    for (const TableDef& table : schema.tables()) {
+        QStringList columns;
+        for (const ColumnDef& column : table.columns) {
+            const QString collation = column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString();
+            columns.append(SqlTranslator::quoteIdentifier(column.name) + u' ' + typeName(column.type) + collation);
+        }
+        statements.append(QStringLiteral("CREATE TABLE ") + SqlTranslator::quoteIdentifier(table.name)
+            + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
+    }
+    for (const IndexDef& index : schema.indexes()) {
+        statements.append(QStringLiteral("CREATE INDEX ") + SqlTranslator::quoteIdentifier(index.name)
+            + QStringLiteral(" ON ") + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
+            + SqlTranslator::quoteIdentifier(index.column) + u')');
+    }
+    return statements;
+}
+
+} // namespace marlet

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "store/StoreEngine.h"
+
+#include <QHash>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace marlet {
+
+// The engine over an SQLite handle that a QSqlDatabase connection owns. Statements run on the handle
+// directly: Qt's per-column fill costs several times what SQLite itself needs for a large listing.
+// Prepared statements are kept for reuse, since lookups and inserts repeat the same texts.
+class SqliteEngine final : public StoreEngine
+{
+public:
+    explicit SqliteEngine(sqlite3* handle);
+    ~SqliteEngine() override;
+    SqliteEngine(const SqliteEngine&) = delete;
+    SqliteEngine& operator=(const SqliteEngine&) = delete;
+
+    bool execute(const QString& sql, const QVariantList& values, long* changes = nullptr) override;
+    bool select(const QString& sql, const QVariantList& values, QList<ResultColumn>& columns, RowStore& rows) override;
+    bool updateRow(const QString& table,
+        const QStringList& columns,
+        const QVariantList& values,
+        const QVariant& key,
+        long* changes) override;
+    bool insertRow(
+        const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key) override;
+    bool deleteRow(const QString& table, const QVariant& key, long* changes) override;
+    QStringList schemaSql(const Schema& schema) const override;
+    QString lastError() const override { return m_error; }
+
+    // Drops the kept statements; the handle can then be closed.
+    void finalizeAll();
+
+    // The declared type a column is created with, and back.
+    static QString typeName(ColumnType type);
+    static std::optional<ColumnType> typeFromName(const char* declared);
+
+private:
+    sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
+    bool bind(sqlite3_stmt* statement, const QVariantList& values);
+    bool fail();
+    bool fail(const QString& message);
+
+    sqlite3* m_handle;
+    QHash<QString, sqlite3_stmt*> m_statements;
+    QString m_error;
+};
+
+} // namespace marlet

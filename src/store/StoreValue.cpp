@@ -1,0 +1,340 @@
+#include "store/StoreValue.h"
+
+#include "platform/LegacyConvert.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace marlet::storevalue {
+
+namespace {
+
+bool isWholeNumberType(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isFractionType(const QVariant& value)
+{
+    return value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float;
+}
+
+// The number a value stands for when a number is expected: booleans count as -1/0, texts must be
+// numeric as the form language tests it.
+std::optional<double> numberOf(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? -1.0 : 0.0;
+    if (isWholeNumberType(value) || isFractionType(value))
+        return value.toDouble();
+    if (value.typeId() == QMetaType::QString && legacy::IsNumeric(value.toString()))
+        return legacy::Val(value.toString());
+    return std::nullopt;
+}
+
+std::optional<bool> truthOf(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QString) {
+        const QString text = value.toString().trimmed();
+        if (text.compare(u"True", Qt::CaseInsensitive) == 0)
+            return true;
+        if (text.compare(u"False", Qt::CaseInsensitive) == 0)
+            return false;
+    }
+    const auto number = numberOf(value);
+    return number ? std::optional<bool>(*number != 0) : std::nullopt;
+}
+
+// The stored text of a value given for a date column. Dates and times are written out directly:
+// a local QDateTime costs a time zone lookup.
+std::optional<QString> dateTextOf(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QDateTime:
+        return value.toDateTime().isValid() ? std::optional(dateTimeText(value.toDateTime())) : std::nullopt;
+    case QMetaType::QDate:
+        return value.toDate().isValid() ? std::optional(dateText(value.toDate())) : std::nullopt;
+    case QMetaType::QTime:
+        return value.toTime().isValid() ? std::optional(timeText(value.toTime())) : std::nullopt;
+    case QMetaType::QString:
+        if (const auto date = legacy::CDate(value.toString()))
+            return dateTimeText(*date);
+        return std::nullopt;
+    case QMetaType::Bool:
+        return std::nullopt;
+    default:
+        if (const auto serial = numberOf(value)) {
+            if (const auto date = legacy::FromSerial(*serial))
+                return dateTimeText(*date);
+        }
+        return std::nullopt;
+    }
+}
+
+QVariant numberValue(double value)
+{
+    // Whole values stay whole, as the engine would keep them in a numeric column.
+    if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < 9.0e15)
+        return QVariant(qint64(value));
+    return QVariant(value);
+}
+
+QString textOf(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case QMetaType::Double:
+        return legacy::CStr(value.toDouble());
+    case QMetaType::Float:
+        return legacy::CStrSingle(value.toFloat());
+    case QMetaType::QDateTime:
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+        return dateTextOf(value).value_or(QString());
+    case QMetaType::QByteArray:
+        return QString::fromUtf8(value.toByteArray());
+    default:
+        return value.toString();
+    }
+}
+
+int digits(QStringView text, qsizetype from, qsizetype count)
+{
+    int result = 0;
+    for (qsizetype i = from; i < from + count; ++i) {
+        const char16_t c = text[i].unicode();
+        if (c < u'0' || c > u'9')
+            return -1;
+        result = result * 10 + (c - u'0');
+    }
+    return result;
+}
+
+// A local date-time costs a time zone lookup (a file status call) each time it is made, and a
+// listing repeats a few distinct dates over and over: recent texts keep their value.
+class DateCache
+{
+public:
+    std::optional<QDateTime> parse(std::string_view text)
+    {
+        if (text.size() > maxText)
+            return parseDateTime(QString::fromUtf8(text.data(), qsizetype(text.size())));
+        Slot& slot = m_slots[std::hash<std::string_view>()(text) % slotCount];
+        if (slot.size != text.size() || std::string_view(slot.text, slot.size) != text) {
+            slot.value = parseDateTime(QString::fromUtf8(text.data(), qsizetype(text.size())));
+            std::copy(text.begin(), text.end(), slot.text);
+            slot.size = text.size();
+        }
+        return slot.value;
+    }
+
+private:
+    static constexpr std::size_t maxText = 19;
+    static constexpr std::size_t slotCount = 64;
+    struct Slot
+    {
+        char text[maxText] = {};
+        std::size_t size = maxText + 1;
+        std::optional<QDateTime> value;
+    };
+    Slot m_slots[slotCount];
+};
+
+} // namespace
+
+QString dateTimeText(const QDateTime& value)
+{
+    return value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+QString dateText(const QDate& value)
+{
+    return value.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" 00:00:00");
+}
+
+QString timeText(const QTime& value)
+{
+    return legacy::ZeroDate().toString(QStringLiteral("yyyy-MM-dd ")) + value.toString(QStringLiteral("HH:mm:ss"));
+}
+
+std::optional<QDateTime> parseDateTime(QStringView text)
+{
+    // The stored form is read by hand: it is the one path every date of a large listing takes.
+    if (text.size() != 10 && text.size() != 19)
+        return std::nullopt;
+    if (text[4] != u'-' || text[7] != u'-')
+        return std::nullopt;
+    const QDate date(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
+    if (!date.isValid())
+        return std::nullopt;
+    if (text.size() == 10)
+        return QDateTime(date, QTime(0, 0));
+    if ((text[10] != u' ' && text[10] != u'T') || text[13] != u':' || text[16] != u':')
+        return std::nullopt;
+    const QTime time(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2));
+    if (!time.isValid())
+        return std::nullopt;
+    return QDateTime(date, time);
+}
+
+std::optional<QVariant> toStored(ColumnType type, const QVariant& value)
+{
+    if (!value.isValid() || value.isNull())
+        return QVariant();
+    switch (type) {
+    case ColumnType::Text:
+        return QVariant(textOf(value));
+    case ColumnType::Boolean: {
+        const auto truth = truthOf(value);
+        return truth ? std::optional<QVariant>(qint64(*truth ? -1 : 0)) : std::nullopt;
+    }
+    case ColumnType::Integer: {
+        const auto number = numberOf(value);
+        const auto whole = number ? legacy::CLng(*number) : std::nullopt;
+        return whole ? std::optional<QVariant>(qint64(*whole)) : std::nullopt;
+    }
+    case ColumnType::Single: {
+        const auto number = numberOf(value);
+        if (!number || !std::isfinite(legacy::CSng(*number)))
+            return std::nullopt;
+        return QVariant(double(legacy::CSng(*number)));
+    }
+    case ColumnType::Double: {
+        const auto number = numberOf(value);
+        return number && std::isfinite(*number) ? std::optional<QVariant>(*number) : std::nullopt;
+    }
+    case ColumnType::Number: {
+        if (isWholeNumberType(value))
+            return QVariant(value.toLongLong());
+        const auto number = numberOf(value);
+        return number && std::isfinite(*number) ? std::optional<QVariant>(numberValue(*number)) : std::nullopt;
+    }
+    case ColumnType::Date: {
+        const auto text = dateTextOf(value);
+        return text ? std::optional<QVariant>(*text) : std::nullopt;
+    }
+    }
+    return std::nullopt;
+}
+
+QVariant toBindable(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return QVariant(qint64(value.toBool() ? -1 : 0));
+    case QMetaType::QDateTime:
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+        return QVariant(dateTextOf(value).value_or(QString()));
+    default:
+        return value;
+    }
+}
+
+QVariant fromInteger(ColumnType type, qint64 value)
+{
+    switch (type) {
+    case ColumnType::Text:
+        return QVariant(QString::number(value));
+    case ColumnType::Boolean:
+        return QVariant(value != 0);
+    case ColumnType::Single:
+        return QVariant(float(value));
+    case ColumnType::Double:
+        return QVariant(double(value));
+    case ColumnType::Date:
+        if (const auto date = legacy::FromSerial(double(value)))
+            return QVariant(*date);
+        return QVariant(value);
+    case ColumnType::Integer:
+    case ColumnType::Number:
+        break;
+    }
+    return QVariant(value);
+}
+
+QVariant fromReal(ColumnType type, double value)
+{
+    switch (type) {
+    case ColumnType::Text:
+        return QVariant(legacy::CStr(value));
+    case ColumnType::Boolean:
+        return QVariant(value != 0);
+    case ColumnType::Integer:
+        return QVariant(qint64(std::llround(value)));
+    case ColumnType::Single:
+        return QVariant(float(value));
+    case ColumnType::Date:
+        if (const auto date = legacy::FromSerial(value))
+            return QVariant(*date);
+        return QVariant(value);
+    case ColumnType::Double:
+    case ColumnType::Number:
+        break;
+    }
+    return QVariant(value);
+}
+
+QVariant fromText(ColumnType type, const QString& value)
+{
+    if (type == ColumnType::Text)
+        return QVariant(value);
+    if (type == ColumnType::Date) {
+        if (const auto date = parseDateTime(value))
+            return QVariant(*date);
+        if (const auto date = legacy::CDate(value))
+            return QVariant(*date);
+        return QVariant(value);
+    }
+    if (type == ColumnType::Boolean) {
+        const auto truth = truthOf(QVariant(value));
+        return truth ? QVariant(*truth) : QVariant(value);
+    }
+    if (!legacy::IsNumeric(value))
+        return QVariant(value);
+    const double number = legacy::Val(value);
+    return type == ColumnType::Number ? numberValue(number) : fromReal(type, number);
+}
+
+QVariant fromUtf8(ColumnType type, std::string_view value)
+{
+    if (type == ColumnType::Date) {
+        thread_local DateCache cache;
+        if (const auto date = cache.parse(value))
+            return QVariant(*date);
+    }
+    return fromText(type, QString::fromUtf8(value.data(), qsizetype(value.size())));
+}
+
+QVariant fromStored(ColumnType type, const QVariant& stored)
+{
+    switch (stored.typeId()) {
+    case QMetaType::LongLong:
+        return fromInteger(type, stored.toLongLong());
+    case QMetaType::Double:
+        return fromReal(type, stored.toDouble());
+    case QMetaType::QString:
+        return fromText(type, stored.toString());
+    default:
+        return QVariant();
+    }
+}
+
+} // namespace marlet::storevalue
