@@ -20,11 +20,13 @@ char* applicationArgv[] = {applicationName, nullptr};
 int liveScopes = 0;
 std::unique_ptr<QCoreApplication> ownApplication;
 
+#ifdef MARLET_WITH_DESKTOP
 bool displayPresent()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
            || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
+#endif
 
 std::unique_ptr<QCoreApplication> makeApplication(bool wantDesktop)
 {

@@ -2,6 +2,8 @@
 
 #include "platform/TerminalPlatform.h"
 
+#include <QTextStream>
+
 #include <cstdio>
 
 #ifdef MARLET_WITH_DESKTOP
@@ -10,9 +12,23 @@
 
 namespace {
 
+// The process has one terminal: components on it share its streams, so that what one stream has
+// read ahead of standard input is not lost to the others.
+QTextStream& terminalInput()
+{
+    static QTextStream stream(stdin);
+    return stream;
+}
+
+QTextStream& terminalOutput()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
 // The desktop when the application object can show widgets and the host did not ask for the
 // terminal, the terminal otherwise.
-std::unique_ptr<marlet::Platform> makePlatform(bool headless, QTextStream& input, QTextStream& output)
+std::unique_ptr<marlet::Platform> makePlatform(bool headless)
 {
 #ifdef MARLET_WITH_DESKTOP
     if (!headless && marlet::library::ApplicationScope::hasWidgets())
@@ -20,16 +36,14 @@ std::unique_ptr<marlet::Platform> makePlatform(bool headless, QTextStream& input
 #else
     Q_UNUSED(headless);
 #endif
-    return std::make_unique<marlet::TerminalPlatform>(input, output);
+    return std::make_unique<marlet::TerminalPlatform>(terminalInput(), terminalOutput());
 }
 
 } // namespace
 
 marlet_component::marlet_component(const QString& preferencesFolder, const QString& applicationFolder, bool headless)
     : application(!headless)
-    , input(stdin)
-    , output(stdout)
-    , platform(makePlatform(headless, input, output))
+    , platform(makePlatform(headless))
     , component(*platform, preferencesFolder, applicationFolder)
 {
 }

@@ -5,7 +5,6 @@
 #include "shell/Component.h"
 
 #include <QString>
-#include <QTextStream>
 
 #include <memory>
 
@@ -17,9 +16,6 @@ struct marlet_component
     marlet_component(const QString& preferencesFolder, const QString& applicationFolder, bool headless);
 
     marlet::library::ApplicationScope application;
-    // The terminal's streams; unused when the screens show on the desktop.
-    QTextStream input;
-    QTextStream output;
     std::unique_ptr<marlet::Platform> platform;
     marlet::Component component;
 };

@@ -52,9 +52,10 @@ extern "C" {
 
 marlet_component* marlet_create(const char* preferences_folder, const char* application_folder, int flags)
 {
+    const bool headless = (flags & MARLET_HEADLESS) != 0;
     marlet_component* created = nullptr;
     guarded("marlet_create", [&] {
-        created = new marlet_component(text(preferences_folder), text(application_folder), (flags & MARLET_HEADLESS) != 0);
+        created = new marlet_component(text(preferences_folder), text(application_folder), headless);
     });
     return created;
 }
@@ -85,8 +86,15 @@ void marlet_LoadOptions(marlet_component* component,
     withTimerDll(component, "marlet_LoadOptions", [&](marlet::TimerDll& dll) {
         qint16 power = tPower ? *tPower : qint16(0);
         qint16 clientUp = 0;
-        dll.LoadOptions(
-            connectionString(Cn1), text(App), text(User), power, clientUp, TMax, text(Ports), text(TPortName), HideAccount);
+        dll.LoadOptions(connectionString(Cn1),
+                        text(App),
+                        text(User),
+                        power,
+                        clientUp,
+                        TMax,
+                        text(Ports),
+                        text(TPortName),
+                        HideAccount);
         if (tPower)
             *tPower = power;
         if (ClientUp)

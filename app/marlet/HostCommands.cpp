@@ -1,5 +1,6 @@
 #include "HostCommands.h"
 
+#include "GenerateCommand.h"
 #include "HostOptions.h"
 #include "platform/TerminalPlatform.h"
 #include "script/EntryOperations.h"
@@ -136,6 +137,12 @@ void printUsage(QTextStream& out)
            "Other commands:\n"
            "  init              --db PATH [--admin-password PW] [--force]\n"
            "  script            FILE          run a scenario script (see docs/scenarios.md)\n"
+           "  generate          --db CN [--user NAME] [--password PW] [--number N] [--hours H]\n"
+           "                    [--minutes M] [--cost C] [--expiry fixed|flexible|never] [--days D]\n"
+           "                    [--time-frame HH:mm-HH:mm] [--once] [--vip] [--yes] [--print yes|no]\n"
+           "                    [--second-user NAME --second-password PW]\n"
+           "                    make one batch of tickets and print it; questions not answered by\n"
+           "                    the options are asked on the terminal\n"
            "Common options:\n"
            "  --prefs DIR       folder of the preference file (else $MARLET_PREFS, else ~/.config/marlet)\n"
            "  --app-dir DIR     the component's data folder (else $MARLET_APP_DIR, else ~/.local/share/marlet)\n"
@@ -155,6 +162,10 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     if (command == QLatin1String("init")) {
         QCoreApplication application(argc, argv);
         return runInit(options, out, err);
+    }
+    if (command == QLatin1String("generate")) {
+        QCoreApplication application(argc, argv);
+        return runGenerate(options, out, err);
     }
     if (command == QLatin1String("script")) {
         QCoreApplication application(argc, argv);

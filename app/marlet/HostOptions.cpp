@@ -16,6 +16,17 @@ const QStringList valueOptions = {
     QStringLiteral("prefs"),
     QStringLiteral("app-dir"),
     QStringLiteral("admin-password"),
+    QStringLiteral("number"),
+    QStringLiteral("hours"),
+    QStringLiteral("minutes"),
+    QStringLiteral("cost"),
+    QStringLiteral("expiry"),
+    QStringLiteral("days"),
+    QStringLiteral("time-frame"),
+    QStringLiteral("print"),
+    QStringLiteral("password"),
+    QStringLiteral("second-user"),
+    QStringLiteral("second-password"),
 };
 
 const QStringList flagOptions = {
@@ -23,6 +34,9 @@ const QStringList flagOptions = {
     QStringLiteral("hide-account"),
     QStringLiteral("headless"),
     QStringLiteral("force"),
+    QStringLiteral("once"),
+    QStringLiteral("vip"),
+    QStringLiteral("yes"),
 };
 
 } // namespace

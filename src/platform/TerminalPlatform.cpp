@@ -141,7 +141,7 @@ QString TerminalPlatform::inputBox(const QString& prompt,
                                    const QString& defaultText,
                                    std::optional<QPoint>)
 {
-    m_out << u'[' << title << u"] " << prompt << Qt::endl;
+    m_out << u'[' << title << QStringLiteral("] ") << prompt << Qt::endl;
     const std::optional<QString> answer = ask(QStringLiteral("(") + defaultText + QStringLiteral(") > "));
     if (!answer)
         return QString();
@@ -166,7 +166,7 @@ std::optional<int> TerminalPlatform::colorDialog(int initialColor)
 
 bool TerminalPlatform::driveOnce(Form& form)
 {
-    m_out << u"== " << form.caption() << u" ==" << Qt::endl;
+    m_out << QStringLiteral("== ") << form.caption() << QStringLiteral(" ==") << Qt::endl;
     for (const auto& control : form.controls()) {
         if (!form.isLoaded())
             return true;
@@ -270,7 +270,7 @@ std::unique_ptr<NamedComponent> TerminalPlatform::createComponent(const QString&
 
 bool TerminalPlatform::openDocument(const QString& path)
 {
-    m_out << u"Document: " << path << Qt::endl;
+    m_out << QStringLiteral("Document: ") << path << Qt::endl;
     return QProcess::startDetached(QStringLiteral("xdg-open"), {path});
 }
 

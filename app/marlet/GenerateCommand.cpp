@@ -1,0 +1,205 @@
+#include "GenerateCommand.h"
+
+#include "HostOptions.h"
+#include "platform/Form.h"
+#include "platform/GridData.h"
+#include "platform/Operator.h"
+#include "platform/TerminalPlatform.h"
+#include "issuing/TicketRow.h"
+#include "shell/Component.h"
+#include "store/Connection.h"
+#include "store/Recordset.h"
+
+#include <QCoreApplication>
+
+namespace marlet::host {
+
+namespace {
+
+// The terminal platform with the batch's options standing in for the operator: it fills the gate
+// and the New tab, presses the button, answers the questions it was told to, and keeps what the
+// screens said so that a refusal becomes the command's error.
+class BatchDriver : public TerminalPlatform
+{
+public:
+    BatchDriver(const HostOptions& options, QTextStream& in, QTextStream& out)
+        : TerminalPlatform(in, out)
+        , m_options(options)
+        , m_out(out)
+    {
+    }
+
+    MsgResult messageBox(const QString& text, int style, const QString& title) override
+    {
+        if (MsgStyle::icon(style) == MsgStyle::Warning || MsgStyle::icon(style) == MsgStyle::Stop)
+            m_lastWarning = text;
+        if (const std::optional<MsgResult> answer = scriptedAnswer(text, style)) {
+            m_out << u'[' << title << QStringLiteral("] ") << text << QStringLiteral(" -> ")
+                  << (*answer == MsgResult::Yes ? QStringLiteral("Yes") : QStringLiteral("No")) << Qt::endl;
+            return *answer;
+        }
+        return TerminalPlatform::messageBox(text, style, title);
+    }
+
+    void showModal(Form& form) override
+    {
+        if (form.name() == QLatin1String("GenPasstoAccs"))
+            passGate(form);
+        else if (form.name() == QLatin1String("GenAcc"))
+            generate(form);
+        else
+            TerminalPlatform::showModal(form);
+    }
+
+    bool gatePassed() const { return m_gatePassed; }
+    const QString& lastWarning() const { return m_lastWarning; }
+    const QStringList& batch() const { return m_batch; }
+
+private:
+    // Questions answered from the options: --yes takes the answer that makes the tickets, and the
+    // print question takes --print (no preview unless asked for).
+    std::optional<MsgResult> scriptedAnswer(const QString& text, int style) const
+    {
+        if (MsgStyle::buttons(style) != 3 && MsgStyle::buttons(style) != 4)
+            return std::nullopt;
+        if (text.startsWith(QLatin1String("And Print Preview")) && m_options.value(QStringLiteral("print")).size()) {
+            return m_options.value(QStringLiteral("print")) == QLatin1String("yes") ? MsgResult::Yes : MsgResult::No;
+        }
+        if (!m_options.flag(QStringLiteral("yes")))
+            return std::nullopt;
+        if (text.startsWith(QLatin1String("And Print Preview")))
+            return MsgResult::No;
+        if (text.startsWith(QLatin1String("Are you sure you don't want")))
+            return MsgResult::No;
+        return MsgResult::Yes;
+    }
+
+    void fill(Form& form, const char* field, const QString& value)
+    {
+        if (Control* control = form.find(QLatin1String(field)); control && !value.isEmpty())
+            Operator::setText(*control, value);
+    }
+
+    void passGate(Form& form)
+    {
+        form.load();
+        form.activate();
+        fill(form, "txtPassword1", m_options.value(QStringLiteral("password")));
+        if (form[QStringLiteral("Frame2")].visible()) {
+            fill(form, "txtUsername2", m_options.value(QStringLiteral("second-user")));
+            fill(form, "txtPassword2", m_options.value(QStringLiteral("second-password")));
+        }
+        const bool typed = !m_options.value(QStringLiteral("password")).isEmpty();
+        if (!typed) {
+            // Nothing given: the operator types the logins on the terminal.
+            TerminalPlatform::showModal(form);
+            return;
+        }
+        Operator::click(form[QStringLiteral("cmdOK")]);
+        if (form.isLoaded())
+            form.forceUnload();
+    }
+
+    void generate(Form& form)
+    {
+        m_gatePassed = true;
+        form.load();
+        form.activate();
+        fill(form, "cboNumber", m_options.value(QStringLiteral("number")));
+        fill(form, "cboHours", m_options.value(QStringLiteral("hours")));
+        fill(form, "cboMinutes", m_options.value(QStringLiteral("minutes")));
+        fill(form, "cboCost", m_options.value(QStringLiteral("cost")));
+        chooseExpiry(form);
+        fill(form, "txtDays", m_options.value(QStringLiteral("days")));
+        chooseTimeFrame(form);
+        if (m_options.flag(QStringLiteral("vip")))
+            Operator::tick(form[QStringLiteral("chkVIP")], true);
+        Operator::click(form[QStringLiteral("cmdGenerate")]);
+        const GridData& grid = form[QStringLiteral("PrintList")].grid();
+        for (int row = 0; row < grid.rows(); ++row)
+            m_batch << grid.rowText(row);
+        form.forceUnload();
+    }
+
+    void chooseExpiry(Form& form)
+    {
+        const QString expiry = m_options.value(QStringLiteral("expiry"));
+        const QStringList kinds = {QStringLiteral("fixed"), QStringLiteral("flexible"), QStringLiteral("never")};
+        if (kinds.contains(expiry))
+            Operator::pick(form[QStringLiteral("cboExpiry")], int(kinds.indexOf(expiry)));
+    }
+
+    void chooseTimeFrame(Form& form)
+    {
+        const QStringList frame = m_options.value(QStringLiteral("time-frame")).split(u'-');
+        if (frame.size() == 2) {
+            Operator::tick(form[QStringLiteral("chkTimePeriod")], true);
+            const QDate day = today();
+            form[QStringLiteral("dtStart")].setDateTime(QDateTime(day, QTime::fromString(frame[0], QStringLiteral("H:mm"))));
+            form[QStringLiteral("dtEnd")].setDateTime(QDateTime(day, QTime::fromString(frame[1], QStringLiteral("H:mm"))));
+        }
+        if (m_options.flag(QStringLiteral("once")))
+            Operator::tick(form[QStringLiteral("chkOnce")], true);
+    }
+
+    const HostOptions& m_options;
+    QTextStream& m_out;
+    bool m_gatePassed = false;
+    QString m_lastWarning;
+    QStringList m_batch;
+};
+
+void printLine(const QString& line, QTextStream& out)
+{
+    const int widths[] = {5, 14, 12, 10, 14, 12, 12};
+    const QStringList cells = line.split(u'\t');
+    QString row;
+    for (int col = 0; col < 7 && col < cells.size(); ++col)
+        row += cells[col].leftJustified(widths[col]) + u' ';
+    out << row.trimmed() << Qt::endl;
+}
+
+// The batch as stored, passwords included: the screen's grid may hide them, the printout may not.
+bool printBatch(const QString& connectionString, const QStringList& gridLines, QTextStream& out, QTextStream& err)
+{
+    const QString group = gridLines.value(1).section(u'\t', 4, 4);
+    Connection connection;
+    Recordset tickets;
+    if (!connection.Open(connectionString)
+        || !tickets.Open(Statement(QStringLiteral("Select * From Account where TicketGrp = '{}' order by TicketNo"), {group}),
+                         connection)) {
+        err << "marlet generate: the batch was made but cannot be read back: " << connection.lastError()
+            << tickets.lastError() << Qt::endl;
+        return false;
+    }
+    printLine(gridLines.first(), out);
+    for (long row = 1; !tickets.Eof(); tickets.MoveNext(), ++row)
+        printLine(ticketRowLine(QString::number(row), ticketRowFields(tickets), false), out);
+    return true;
+}
+
+} // namespace
+
+int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
+{
+    QTextStream in(stdin);
+    BatchDriver driver(options, in, out);
+    Component component(driver, options.value(QStringLiteral("prefs")), options.value(QStringLiteral("app-dir")));
+    component.timerDll().LoadGenAcc(options.value(QStringLiteral("db")),
+                                    options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
+                                    options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
+                                    options.flag(QStringLiteral("power")) ? qint16(-1) : qint16(0),
+                                    options.value(QStringLiteral("path")));
+    if (!driver.gatePassed()) {
+        err << "marlet generate: the password gate refused: " << driver.lastWarning() << Qt::endl;
+        return 1;
+    }
+    if (driver.batch().size() < 2) {
+        err << "marlet generate: no tickets were made"
+            << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning()) << Qt::endl;
+        return 1;
+    }
+    return printBatch(options.value(QStringLiteral("db")), driver.batch(), out, err) ? 0 : 1;
+}
+
+} // namespace marlet::host
