@@ -46,7 +46,10 @@ MARLET_API marlet_component* marlet_create(const char* preferences_folder, const
 MARLET_API void marlet_destroy(marlet_component* component);
 
 /* Ticket information screen, opened on the ticket TName (empty: blank). */
-MARLET_API void marlet_LoadAccountInfo(marlet_component* component, const char* Cn1, const char* App, const char* TName);
+MARLET_API void marlet_LoadAccountInfo(marlet_component* component,
+                                       const char* Cn1,
+                                       const char* App,
+                                       const char* TName);
 
 /* Settings screen. tPower goes in and comes back (the screen may switch Administrator-powered
  * mode); ClientUp comes back -1 when clients must reload their settings, else 0. Either pointer

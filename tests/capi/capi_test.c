@@ -11,9 +11,9 @@
 
 #include <marlet/marlet.h>
 
+#include <fcntl.h>
 #include <stdio.h>
 #include <string.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
