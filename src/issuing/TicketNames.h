@@ -63,7 +63,9 @@ std::optional<QString> drawFreeUsername(Recordset& recordset,
 //
 // The rules for names and passwords that the operator types return the message to show, or nothing
 // when the entry passes. The caller shows the message with the exclamation icon (style 48) and ends
-// the operation. The rules run in the order in which they are declared here.
+// the operation. A typed name goes through usernameProblem (rules 1 to 4), typedUsername (rule 5)
+// and lookUpUsername with existingNameMessage (rule 6), in this order; a typed password through
+// passwordProblem.
 //
 // Messages that span two lines hold MessageLineBreak between them. It is "\n": the message box of
 // every front end of this system breaks lines there, while a carriage return in front of it would
