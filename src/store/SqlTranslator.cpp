@@ -429,21 +429,27 @@ private:
         QString where;
         if (!failed() && acceptKeyword(u"WHERE"))
             where = u" WHERE "_s + parseCondition().sql;
-        if (failed())
+        if (failed() || !targetsAreListed(targets))
             return;
-        for (const SqlToken& target : targets) {
-            if (!m_tables.contains(target.text.toLower()))
-                return void(
-                    fail(target, u"Cannot delete from '"_s + target.text + u"': it is not in the FROM clause."_s));
-        }
         if (m_tables.size() == 1) {
             m_result.kind = StatementKind::Delete;
             m_result.sql = u"DELETE FROM "_s + from + where;
-            return;
+        } else if (targets.isEmpty()) {
+            fail(peek(), u"Name the tables to delete from (table.*) when FROM lists several tables."_s);
+        } else {
+            planMultiTableDelete(targets, from, where);
         }
-        if (targets.isEmpty())
-            return void(fail(peek(), u"Name the tables to delete from (table.*) when FROM lists several tables."_s));
-        planMultiTableDelete(targets, from, where);
+    }
+
+    bool targetsAreListed(const QList<SqlToken>& targets)
+    {
+        for (const SqlToken& target : targets) {
+            if (!m_tables.contains(target.text.toLower())) {
+                fail(target, u"Cannot delete from '"_s + target.text + u"': it is not in the FROM clause."_s);
+                return false;
+            }
+        }
+        return true;
     }
 
     QList<SqlToken> parseDeleteTargets()
@@ -480,7 +486,7 @@ private:
         }
     }
 
-    // INSERT INTO table [(columns)] VALUES (expressions)
+    // INSERT INTO table [(columns)] VALUES (expressions) | SELECT ...
     void parseInsert()
     {
         take();
@@ -494,20 +500,40 @@ private:
             } while (!failed() && acceptSymbol(u","));
             expectSymbol(u")", u"Syntax error in INSERT"_s);
         }
+        if (!failed() && peek().isKeyword(u"SELECT")) {
+            parseInsertSelect(table, columns);
+            return;
+        }
         if (failed() || !expectKeyword(u"VALUES", u"Syntax error in INSERT"_s))
             return;
         const SqlToken& open = peek();
         const QStringList values = parseValueList();
         if (failed())
             return;
-        if (!columns.isEmpty() && columns.size() != values.size())
-            return void(fail(open,
+        if (!columns.isEmpty() && columns.size() != values.size()) {
+            fail(open,
                 u"The INSERT names "_s + QString::number(columns.size()) + u" columns but gives "_s
-                    + QString::number(values.size()) + u" values."_s));
+                    + QString::number(values.size()) + u" values."_s);
+            return;
+        }
         m_result.kind = StatementKind::Insert;
         m_result.sql = u"INSERT INTO "_s + table
             + (columns.isEmpty() ? QString() : u" ("_s + columns.join(u", "_s) + u")"_s) + u" VALUES ("_s
             + values.join(u", "_s) + u")"_s;
+    }
+
+    // The rows of a select go into the table; the select may read the table written to, which
+    // copies its rows.
+    void parseInsertSelect(const QString& table, const QStringList& columns)
+    {
+        const QStringList target = m_tables;
+        m_tables.clear();
+        parseSelect();
+        m_tables = target + m_tables;
+        m_result.kind = StatementKind::Insert;
+        const QString columnList = columns.isEmpty() ? QString() : u" ("_s + columns.join(u", "_s) + u")"_s;
+        m_result.sql = u"INSERT INTO "_s + table + columnList + u" "_s + m_result.sql;
+        m_result.keyedSql.clear();
     }
 
     QStringList parseValueList()

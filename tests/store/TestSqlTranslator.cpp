@@ -186,6 +186,15 @@ private slots:
         QTest::newRow("insert without a column list")
             << u"Insert INTO Capt values ('{}')"_s << QVariantList {u"SOLITAIRE"_s} << sqlite << StatementKind::Insert
             << u"INSERT INTO \"capt\" VALUES (?)"_s << QVariantList {u"SOLITAIRE"_s};
+        QTest::newRow("insert of the rows of a select")
+            << u"INSERT INTO Capt (Caption) SELECT Username FROM Account where member=false"_s << QVariantList {}
+            << sqlite << StatementKind::Insert
+            << u"INSERT INTO \"capt\" (\"caption\") SELECT \"username\" FROM \"account\" WHERE \"member\" = 0"_s
+            << QVariantList {};
+        QTest::newRow("insert copying the rows of its own table")
+            << u"INSERT INTO Capt SELECT Caption & '{}' FROM Capt"_s << QVariantList {u"X"_s} << sqlite
+            << StatementKind::Insert << u"INSERT INTO \"capt\" SELECT \"caption\" || ? FROM \"capt\""_s
+            << QVariantList {u"X"_s};
         QTest::newRow("update adding to running totals")
             << u"UPDATE Register SET TotGenerated = TotGenerated + {}, TotCost = TotCost + {}"_s
             << QVariantList {50, 2500.5} << sqlite << StatementKind::Update
