@@ -1,6 +1,6 @@
 #include "script/ScenarioRunner.h"
 
-#include "support/TestData.h"
+#include "support/SourceFolder.h"
 
 #include <QTest>
 

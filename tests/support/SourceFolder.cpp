@@ -1,4 +1,4 @@
-#include "support/TestData.h"
+#include "support/SourceFolder.h"
 
 #include <QtGlobal>
 
