@@ -149,7 +149,6 @@ class GridBinding : public ControlBinding
 public:
     GridBinding(Control& control, QTableView* table, FormBinder& binder);
     bool handleEvent(QObject* watched, QEvent* event) override;
-    GridModel* model() const { return m_model; }
     // Announces pending changes now.
     void flush();
 

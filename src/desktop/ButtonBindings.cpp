@@ -12,6 +12,22 @@
 
 namespace marlet {
 
+namespace {
+
+Qt::CheckState checkStateFor(int value)
+{
+    switch (value) {
+    case CheckState::Unchecked:
+        return Qt::Unchecked;
+    case CheckState::Grayed:
+        return Qt::PartiallyChecked;
+    default:
+        return Qt::Checked;
+    }
+}
+
+} // namespace
+
 LabelBinding::LabelBinding(Control& control, QLabel* label, FormBinder& binder)
     : ControlBinding(control, label, binder)
     , m_label(label)
@@ -20,8 +36,7 @@ LabelBinding::LabelBinding(Control& control, QLabel* label, FormBinder& binder)
 
 bool LabelBinding::handleEvent(QObject* /*watched*/, QEvent* event)
 {
-    if (event->type() != QEvent::MouseButtonPress
-        || static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
+    if (event->type() != QEvent::MouseButtonPress || static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
         return false;
     dispatch([this] { Operator::click(control()); });
     // Used up, so that the frame around the label doesn't take the click for its own.
@@ -49,7 +64,8 @@ ButtonBinding::ButtonBinding(Control& control, QAbstractButton* button, FormBind
     // tree: a hand-made view may put them anywhere.
     if (control.kind() == ControlKind::OptionButton)
         m_button->setAutoExclusive(false);
-    connect(m_button, &QAbstractButton::clicked, this, [this] { dispatch([this] { Operator::click(this->control()); }); });
+    connect(
+        m_button, &QAbstractButton::clicked, this, [this] { dispatch([this] { Operator::click(this->control()); }); });
 }
 
 void ButtonBinding::refreshValue()
@@ -57,9 +73,7 @@ void ButtonBinding::refreshValue()
     if (auto* check = qobject_cast<QCheckBox*>(m_button)) {
         const int value = control().value();
         check->setTristate(value == CheckState::Grayed);
-        check->setCheckState(value == CheckState::Grayed  ? Qt::PartiallyChecked
-                             : value == CheckState::Unchecked ? Qt::Unchecked
-                                                              : Qt::Checked);
+        check->setCheckState(checkStateFor(value));
     } else if (control().kind() == ControlKind::OptionButton) {
         m_button->setChecked(control().value() != 0);
     }

@@ -27,10 +27,25 @@ constexpr int modelFontSize = 8;
 // In an order where each step finds what it builds on: items before the chosen item, the range
 // before the value, font and picture before a size taken from the widget.
 constexpr Property allProperties[] = {
-    Property::Caption,  Property::Items,   Property::Tabs,     Property::ListIndex, Property::MaxLength,
-    Property::Text,     Property::Selection, Property::Range,  Property::Value,     Property::DateTime,
-    Property::Locked,   Property::Grid,    Property::ToolTip,  Property::Colors,    Property::Font,
-    Property::Picture,  Property::Enabled, Property::Visible,  Property::Geometry,
+    Property::Caption,
+    Property::Items,
+    Property::Tabs,
+    Property::ListIndex,
+    Property::MaxLength,
+    Property::Text,
+    Property::Selection,
+    Property::Range,
+    Property::Value,
+    Property::DateTime,
+    Property::Locked,
+    Property::Grid,
+    Property::ToolTip,
+    Property::Colors,
+    Property::Font,
+    Property::Picture,
+    Property::Enabled,
+    Property::Visible,
+    Property::Geometry,
 };
 
 } // namespace
@@ -148,8 +163,8 @@ void ControlBinding::applyGeometry()
     // A control made without a size shows at the size its widget asks for.
     if (size.width() <= 0 || size.height() <= 0)
         size = m_widget->sizeHint();
-    m_widget->setGeometry(pixelsFromTwips(m_control.left()), pixelsFromTwips(m_control.top()), size.width(),
-                          size.height());
+    m_widget->setGeometry(
+        pixelsFromTwips(m_control.left()), pixelsFromTwips(m_control.top()), size.width(), size.height());
 }
 
 ControlBinding* createBinding(Control& control, QWidget* widget, FormBinder& binder)

@@ -36,7 +36,7 @@ public:
     void refreshAll();
     // Copies back what the operator can change (text, tick, choice, tab), after a user event
     // whose outcome the model may have refused or altered.
-    virtual void refreshValue() {}
+    virtual void refreshValue() { }
 
     // Events of the objects this binding watched; true when the event was used up. Focus and the
     // keys every control shares are the binder's; these are the rest.

@@ -59,7 +59,7 @@ QList<int> hostKeys(const QKeyEvent& event)
 bool isPlainTab(const QKeyEvent& event)
 {
     return event.key() == Qt::Key_Tab
-           && !(event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+        && !(event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
 }
 
 } // namespace
@@ -88,11 +88,6 @@ QWidget* FormBinder::widgetFor(const Control& control) const
     return m_widgets.value(&control);
 }
 
-ControlBinding* FormBinder::bindingFor(const Control& control) const
-{
-    return m_bindings.value(&control);
-}
-
 void FormBinder::buildView()
 {
     m_root = new QWidget(&m_window);
@@ -109,8 +104,9 @@ void FormBinder::buildView()
             continue;
         QWidget* widget = view.widget(*control);
         if (widget && !widgetFits(control->kind(), widget)) {
-            qWarning("View of %s shows %s with a widget that doesn't fit it", qPrintable(m_form.name()),
-                     qPrintable(control->key()));
+            qWarning("View of %s shows %s with a widget that doesn't fit it",
+                qPrintable(m_form.name()),
+                qPrintable(control->key()));
             widget = nullptr;
         }
         if (widget)

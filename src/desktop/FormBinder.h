@@ -32,7 +32,6 @@ public:
     FormBinder(Form& form, QWidget& window);
     ~FormBinder() override;
 
-    Form& form() const { return m_form; }
     QWidget* root() const { return m_root; }
     // nullptr when the form has no menu.
     QMenuBar* menuBar() const { return m_menuBar; }
@@ -40,7 +39,6 @@ public:
     bool placedByTwips() const { return m_placedByTwips; }
 
     QWidget* widgetFor(const Control& control) const;
-    ControlBinding* bindingFor(const Control& control) const;
 
     // Runs an operator action on behalf of a widget event. Ignored while a model change is being
     // copied to the widgets, since any widget signal then is an echo, not the operator.

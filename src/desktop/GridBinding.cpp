@@ -56,14 +56,13 @@ GridBinding::GridBinding(Control& control, QTableView* table, FormBinder& binder
     watch(m_table->viewport());
     watch(m_table->horizontalHeader()->viewport());
     // Keyboard moves of the current cell: the model's current cell follows.
-    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) {
-                if (!current.isValid() || this->binder().refreshing())
-                    return;
-                GridData& cells = this->control().grid();
-                cells.setRow(m_model->gridRow(current.row()));
-                cells.setCol(current.column());
-            });
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
+        if (!current.isValid() || this->binder().refreshing())
+            return;
+        GridData& cells = this->control().grid();
+        cells.setRow(m_model->gridRow(current.row()));
+        cells.setCol(current.column());
+    });
     applyColumns();
 }
 
@@ -119,10 +118,10 @@ void GridBinding::applySelection()
     }
     const int left = qMin(cells.col(), cells.colSel());
     const int right = qMin(qMax(cells.col(), cells.colSel()), m_model->columnCount() - 1);
-    selection->select(QItemSelection(m_model->index(top, left), m_model->index(bottom, right)),
-                      QItemSelectionModel::ClearAndSelect);
-    selection->setCurrentIndex(m_model->index(m_model->modelRow(cells.row()), cells.col()),
-                               QItemSelectionModel::NoUpdate);
+    selection->select(
+        QItemSelection(m_model->index(top, left), m_model->index(bottom, right)), QItemSelectionModel::ClearAndSelect);
+    selection->setCurrentIndex(
+        m_model->index(m_model->modelRow(cells.row()), cells.col()), QItemSelectionModel::NoUpdate);
 }
 
 bool GridBinding::handleEvent(QObject* watched, QEvent* event)

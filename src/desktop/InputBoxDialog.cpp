@@ -7,10 +7,7 @@
 
 namespace marlet {
 
-InputBoxDialog::InputBoxDialog(const QString& prompt,
-                               const QString& title,
-                               const QString& defaultText,
-                               QWidget* parent)
+InputBoxDialog::InputBoxDialog(const QString& prompt, const QString& title, const QString& defaultText, QWidget* parent)
     : QDialog(parent)
     , m_prompt(new QLabel(prompt, this))
     , m_edit(new QLineEdit(defaultText, this))

@@ -27,7 +27,7 @@ bool isMouseEvent(const QEvent* event)
 bool isLeftPress(const QEvent* event)
 {
     return event->type() == QEvent::MouseButtonPress
-           && static_cast<const QMouseEvent*>(event)->button() == Qt::LeftButton;
+        && static_cast<const QMouseEvent*>(event)->button() == Qt::LeftButton;
 }
 
 QPoint mousePosition(const QEvent* event)
@@ -100,8 +100,8 @@ void ListBoxBinding::refreshItems()
 
 void ListBoxBinding::refreshValue()
 {
-    m_list->setSelectionMode(control().multiSelect() ? QAbstractItemView::MultiSelection
-                                                     : QAbstractItemView::SingleSelection);
+    m_list->setSelectionMode(
+        control().multiSelect() ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
     for (int i = 0; i < m_list->count(); ++i) {
         QListWidgetItem* item = m_list->item(i);
         if (item->isSelected() != control().selected(i))

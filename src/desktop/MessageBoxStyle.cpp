@@ -10,7 +10,7 @@ namespace {
 struct ButtonSet
 {
     QList<QMessageBox::StandardButton> buttons; // in the order the default-button numbers count
-    QMessageBox::StandardButton escape;         // what Escape and the title bar's close answer
+    QMessageBox::StandardButton escape; // what Escape and the title bar's close answer
 };
 
 ButtonSet buttonSet(int style)

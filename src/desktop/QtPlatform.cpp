@@ -60,10 +60,8 @@ MsgResult QtPlatform::messageBox(const QString& text, int style, const QString& 
     return messageResult(box);
 }
 
-QString QtPlatform::inputBox(const QString& prompt,
-                             const QString& title,
-                             const QString& defaultText,
-                             std::optional<QPoint> position)
+QString QtPlatform::inputBox(
+    const QString& prompt, const QString& title, const QString& defaultText, std::optional<QPoint> position)
 {
     InputBoxDialog dialog(prompt, title, defaultText, dialogParent());
     if (position) {

@@ -14,9 +14,9 @@ public:
     MsgResult messageBox(const QString& text, int style, const QString& title) override;
     using Platform::messageBox;
     QString inputBox(const QString& prompt,
-                     const QString& title,
-                     const QString& defaultText,
-                     std::optional<QPoint> position = std::nullopt) override;
+        const QString& title,
+        const QString& defaultText,
+        std::optional<QPoint> position = std::nullopt) override;
     std::optional<QString> fileDialog(const FileDialogRequest& request) override;
     std::optional<int> colorDialog(int initialColor) override;
 

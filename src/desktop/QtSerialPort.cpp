@@ -17,8 +17,8 @@ bool QtSerialPort::open(const QString& portName, int baud)
     if (!m_port.open(QIODevice::ReadWrite))
         return false;
     const bool configured = m_port.setBaudRate(baud) && m_port.setDataBits(QSerialPort::Data8)
-                            && m_port.setParity(QSerialPort::NoParity) && m_port.setStopBits(QSerialPort::OneStop)
-                            && m_port.setFlowControl(QSerialPort::NoFlowControl);
+        && m_port.setParity(QSerialPort::NoParity) && m_port.setStopBits(QSerialPort::OneStop)
+        && m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!configured)
         m_port.close();
     return configured;

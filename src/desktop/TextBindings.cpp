@@ -139,8 +139,9 @@ ComboBoxBinding::ComboBoxBinding(Control& control, QComboBox* combo, FormBinder&
         dispatch([this, index] { Operator::pick(this->control(), index); });
     });
     if (auto* dropDown = qobject_cast<DropDownComboBox*>(m_combo)) {
-        connect(dropDown, &DropDownComboBox::aboutToDropDown, this,
-                [this] { dispatch([this] { Operator::dropDown(this->control()); }); });
+        connect(dropDown, &DropDownComboBox::aboutToDropDown, this, [this] {
+            dispatch([this] { Operator::dropDown(this->control()); });
+        });
     }
 }
 

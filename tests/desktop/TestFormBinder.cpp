@@ -1,6 +1,5 @@
 #include "desktop/FormBinder.h"
 #include "desktop/FormDialog.h"
-#include "desktop/GridModel.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/Screenshot.h"
 #include "desktop/ViewFactory.h"
@@ -168,7 +167,8 @@ protected:
         picker.setGeometry(6240, 4560, 1200, 315);
         picker.setCustomFormat(latin("HH:mm"));
         picker.setDateTime(QDateTime(QDate(2026, 11, 21), QTime(0, 0)));
-        picker.onChange = [this, &picker] { log << latin("DTPicker1 Change ") + picker.dateTime().toString(latin("HH:mm")); };
+        picker.onChange
+            = [this, &picker] { log << latin("DTPicker1 Change ") + picker.dateTime().toString(latin("HH:mm")); };
 
         Control& image = add(ControlKind::Image, latin("Image1"));
         image.setGeometry(6240, 5040, 1500, 1500);
@@ -389,7 +389,7 @@ void TestFormBinder::testLabelFollowsCaptionColoursAndVisibility()
 void TestFormBinder::testLabelClickReachesModel()
 {
     click(widget<QLabel>(latin("Label1")));
-    QCOMPARE(takeLog(), QStringList{latin("Label1 Click")});
+    QCOMPARE(takeLog(), QStringList {latin("Label1 Click")});
 }
 
 void TestFormBinder::testTextBoxFollowsModel()
@@ -420,9 +420,14 @@ void TestFormBinder::testTypingGoesThroughKeyFilter()
     QCOMPARE(control(latin("Text1")).text(), latin("12."));
     QCOMPARE(line->text(), latin("12."));
     QCOMPARE(line->cursorPosition(), 3);
-    const QStringList expected{latin("Text1 KeyPress 97"), latin("Text1 KeyPress 49"), latin("Text1 Change"),
-                               latin("Text1 KeyPress 98"), latin("Text1 KeyPress 50"), latin("Text1 Change"),
-                               latin("Text1 KeyPress 46"), latin("Text1 Change")};
+    const QStringList expected {latin("Text1 KeyPress 97"),
+        latin("Text1 KeyPress 49"),
+        latin("Text1 Change"),
+        latin("Text1 KeyPress 98"),
+        latin("Text1 KeyPress 50"),
+        latin("Text1 Change"),
+        latin("Text1 KeyPress 46"),
+        latin("Text1 Change")};
     QCOMPARE(takeLog(), expected);
 }
 
@@ -460,7 +465,7 @@ void TestFormBinder::testEnterHandlerMovesKeyboardFocus()
     QTest::keyClick(line, Qt::Key_Return);
     QCOMPARE(m_form->focused(), &control(latin("Text2")));
     QCOMPARE(QApplication::focusWidget(), widget<QLineEdit>(latin("Text2")));
-    const QStringList expected{latin("Text1 KeyPress 13"), latin("Text1 LostFocus"), latin("Text2 GotFocus")};
+    const QStringList expected {latin("Text1 KeyPress 13"), latin("Text1 LostFocus"), latin("Text2 GotFocus")};
     QCOMPARE(takeLog(), expected);
     QCOMPARE(control(latin("Text1")).text(), QString());
 }
@@ -470,12 +475,12 @@ void TestFormBinder::testFocusMovesFireLostFocus()
     click(widget<QLineEdit>(latin("Text1")));
     takeLog();
     click(widget<QLineEdit>(latin("Text2")));
-    const QStringList expected{latin("Text1 LostFocus"), latin("Text2 GotFocus")};
+    const QStringList expected {latin("Text1 LostFocus"), latin("Text2 GotFocus")};
     QCOMPARE(takeLog(), expected);
     QCOMPARE(m_form->focused(), &control(latin("Text2")));
 
     click(widget<QPushButton>(latin("Command1")));
-    const QStringList toButton{latin("Text2 LostFocus"), latin("Command1 Click")};
+    const QStringList toButton {latin("Text2 LostFocus"), latin("Command1 Click")};
     QCOMPARE(takeLog(), toButton);
     QCOMPARE(m_form->focused(), &control(latin("Command1")));
 }
@@ -488,7 +493,7 @@ void TestFormBinder::testTabKeyMovesInFormOrder()
     QTest::keyClick(line, Qt::Key_Tab);
     QCOMPARE(m_form->focused(), &control(latin("Text3")));
     QCOMPARE(QApplication::focusWidget(), widget<QLineEdit>(latin("Text3")));
-    const QStringList expected{latin("Text2 LostFocus"), latin("Text3 GotFocus")};
+    const QStringList expected {latin("Text2 LostFocus"), latin("Text3 GotFocus")};
     QCOMPARE(takeLog(), expected);
 
     // A disabled control is passed over.
@@ -526,7 +531,7 @@ void TestFormBinder::testFirstControlTakesFocusOnShow()
     QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
     QCOMPARE(m_form->focused(), &control(latin("Text1")));
     QCOMPARE(QApplication::focusWidget(), widget<QLineEdit>(latin("Text1")));
-    QCOMPARE(m_form->log, QStringList{latin("Text1 GotFocus")});
+    QCOMPARE(m_form->log, QStringList {latin("Text1 GotFocus")});
 }
 
 void TestFormBinder::testButtonCaptionKeepsAcceleratorAndClickFires()
@@ -554,7 +559,7 @@ void TestFormBinder::testCheckBoxToggleFiresClick()
     click(check);
     QCOMPARE(control(latin("Check1")).value(), CheckState::Unchecked);
     QCOMPARE(check->checkState(), Qt::Unchecked);
-    const QStringList expected{latin("Check1 Click 1"), latin("Check1 Click 0")};
+    const QStringList expected {latin("Check1 Click 1"), latin("Check1 Click 0")};
     QCOMPARE(takeLog().filter(latin("Check1")), expected);
     QTest::keyClick(check, Qt::Key_Space);
     QCOMPARE(control(latin("Check1")).value(), CheckState::Checked);
@@ -569,7 +574,7 @@ void TestFormBinder::testCheckBoxFollowsModelValues()
     control(latin("Check1")).setValue(CheckState::Checked);
     QCOMPARE(check->checkState(), Qt::Checked);
     // The model's own click fired as the value changed, once each; the widget added none.
-    QCOMPARE(takeLog(), (QStringList{latin("Check1 Click 2"), latin("Check1 Click 1")}));
+    QCOMPARE(takeLog(), (QStringList {latin("Check1 Click 2"), latin("Check1 Click 1")}));
 }
 
 void TestFormBinder::testOptionButtonsExclusivePerFrame()
@@ -686,13 +691,13 @@ void TestFormBinder::testTabChangeRefusedByBeforeClick()
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
     QCOMPARE(tabs->currentIndex(), 0);
     QCOMPARE(control(latin("TabStrip1")).selectedTab(), 1);
-    QCOMPARE(takeLog().filter(latin("TabStrip1")), QStringList{latin("TabStrip1 BeforeClick")});
+    QCOMPARE(takeLog().filter(latin("TabStrip1")), QStringList {latin("TabStrip1 BeforeClick")});
 
     m_form->refuseTab = false;
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
     QCOMPARE(tabs->currentIndex(), 1);
     QCOMPARE(control(latin("TabStrip1")).selectedTab(), 2);
-    const QStringList expected{latin("TabStrip1 BeforeClick"), latin("TabStrip1 Click 2")};
+    const QStringList expected {latin("TabStrip1 BeforeClick"), latin("TabStrip1 Click 2")};
     QCOMPARE(takeLog().filter(latin("TabStrip1")), expected);
 }
 
@@ -703,7 +708,7 @@ void TestFormBinder::testTabStripFollowsModel()
     QCOMPARE(tabs->tabText(1), latin("Custom Ticket"));
     control(latin("TabStrip1")).setSelectedTab(3);
     QCOMPARE(tabs->currentIndex(), 2);
-    QCOMPARE(takeLog().filter(latin("TabStrip1")), QStringList{latin("TabStrip1 Click 3")});
+    QCOMPARE(takeLog().filter(latin("TabStrip1")), QStringList {latin("TabStrip1 Click 3")});
 }
 
 void TestFormBinder::testGridShowsCellsAndHeader()
@@ -731,7 +736,7 @@ void TestFormBinder::testGridRightClickReachesMouseDownWithRow()
     cells.addItem(latin("1\tNVT1234\tABCD"));
     cells.addItem(latin("2\tNVT5678\tEFGH"));
     clickGrid(1, 2, Qt::RightButton);
-    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList{latin("PrintList MouseDown 2 row 2 col 2")});
+    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList {latin("PrintList MouseDown 2 row 2 col 2")});
     QCOMPARE(m_form->focused(), &control(latin("PrintList")));
     // The right button leaves the current cell where it was.
     QCOMPARE(cells.row(), 0);
@@ -743,7 +748,7 @@ void TestFormBinder::testGridLeftClickMovesCurrentCell()
     cells.addItem(latin("1\tNVT1234\tABCD"));
     cells.addItem(latin("2\tNVT5678\tEFGH"));
     clickGrid(1, 1, Qt::LeftButton);
-    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList{latin("PrintList MouseDown 1 row 2 col 1")});
+    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList {latin("PrintList MouseDown 1 row 2 col 1")});
     QCOMPARE(cells.row(), 2);
     QCOMPARE(cells.col(), 1);
     auto* table = widget<QTableView>(latin("PrintList"));
@@ -762,7 +767,7 @@ void TestFormBinder::testGridHeaderClickIsRowZero()
     QVERIFY(header->isVisible());
     const QPoint point(header->sectionViewportPosition(1) + 5, header->height() / 2);
     QTest::mouseClick(header->viewport(), Qt::RightButton, {}, point);
-    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList{latin("PrintList MouseDown 2 row 0 col 1")});
+    QCOMPARE(takeLog().filter(latin("MouseDown")), QStringList {latin("PrintList MouseDown 2 row 0 col 1")});
 }
 
 void TestFormBinder::testGridOfHundredThousandRows()
@@ -807,7 +812,7 @@ void TestFormBinder::testSliderMoveChangesModel()
     slider->setFocus();
     QTest::keyClick(slider, Qt::Key_Right);
     QCOMPARE(control(latin("Slider1")).value(), 5);
-    QCOMPARE(takeLog().filter(latin("Slider1")), QStringList{latin("Slider1 Change 5")});
+    QCOMPARE(takeLog().filter(latin("Slider1")), QStringList {latin("Slider1 Change 5")});
     QCOMPARE(m_form->focused(), &control(latin("Slider1")));
 }
 
@@ -824,7 +829,7 @@ void TestFormBinder::testDatePickerUsesCustomFormat()
     picker->setCurrentSection(QDateTimeEdit::HourSection);
     QTest::keyClick(picker, Qt::Key_Up);
     QCOMPARE(control(latin("DTPicker1")).dateTime().time(), QTime(7, 0));
-    QCOMPARE(takeLog().filter(latin("DTPicker1")), QStringList{latin("DTPicker1 Change 07:00")});
+    QCOMPARE(takeLog().filter(latin("DTPicker1")), QStringList {latin("DTPicker1 Change 07:00")});
 }
 
 void TestFormBinder::testImageShowsPicture()
@@ -860,7 +865,7 @@ void TestFormBinder::testMenusFollowModel()
 void TestFormBinder::testMenuItemChosenFiresClick()
 {
     m_dialog->findChild<QAction*>(latin("m_Exit"))->trigger();
-    QCOMPARE(takeLog(), QStringList{latin("m_Exit Click")});
+    QCOMPARE(takeLog(), QStringList {latin("m_Exit Click")});
 }
 
 void TestFormBinder::testFrameHidesItsControls()
@@ -898,13 +903,13 @@ void TestFormBinder::testTitleBarCloseRefusedByQueryUnload()
     QVERIFY(!m_dialog->close());
     QVERIFY(m_dialog->isVisible());
     QVERIFY(m_form->isLoaded());
-    QCOMPARE(takeLog(), QStringList{latin("QueryUnload 0")});
+    QCOMPARE(takeLog(), QStringList {latin("QueryUnload 0")});
 
     m_form->refuseClose = false;
     QVERIFY(m_dialog->close());
     QVERIFY(!m_dialog->isVisible());
     QVERIFY(!m_form->isLoaded());
-    QCOMPARE(takeLog(), QStringList{latin("QueryUnload 0")});
+    QCOMPARE(takeLog(), QStringList {latin("QueryUnload 0")});
 }
 
 void TestFormBinder::testEscapeDoesNotCloseForm()
@@ -915,7 +920,7 @@ void TestFormBinder::testEscapeDoesNotCloseForm()
     QTest::keyClick(line, Qt::Key_Escape);
     QVERIFY(m_dialog->isVisible());
     QVERIFY(m_form->isLoaded());
-    QCOMPARE(takeLog(), QStringList{latin("Text1 KeyPress 27")});
+    QCOMPARE(takeLog(), QStringList {latin("Text1 KeyPress 27")});
     // Closing from the form's own code ends the window.
     QVERIFY(m_form->unload());
     QVERIFY(!m_dialog->isVisible());
@@ -979,7 +984,7 @@ void TestFormBinder::testScreenshotRendersForm()
 {
     QTemporaryDir temporary;
     const QString folder = qEnvironmentVariableIsSet("MARLET_SCREENS_DIR") ? qEnvironmentVariable("MARLET_SCREENS_DIR")
-                                                                            : temporary.path();
+                                                                           : temporary.path();
     m_dialog.reset();
     control(latin("Text1")).setText(latin("NVT"));
     const QString path = saveScreenshot(*m_form, folder);

@@ -45,8 +45,8 @@ void whenModal(std::function<void(T&)> act, bool& missed, const QString& name = 
     auto* timer = new QTimer;
     auto tries = std::make_shared<int>(0);
     QObject::connect(timer, &QTimer::timeout, [timer, act, tries, name, &missed] {
-        QWidget* top = QApplication::activePopupWidget() ? QApplication::activePopupWidget()
-                                                          : QApplication::activeModalWidget();
+        QWidget* top
+            = QApplication::activePopupWidget() ? QApplication::activePopupWidget() : QApplication::activeModalWidget();
         T* window = qobject_cast<T*>(top);
         if (window && (name.isEmpty() || window->objectName() == name)) {
             timer->deleteLater();
@@ -139,9 +139,9 @@ protected:
         Control& popup = add(ControlKind::Menu, latin("m_click"));
         popup.setVisible(false);
         const char* items[][2] = {{"m_searchs", "&Search for Ticket..."},
-                                  {"m_Dels", "&Delete Ticket"},
-                                  {"m_sep", "-"},
-                                  {"m_cancel", "Can&cel"}};
+            {"m_Dels", "&Delete Ticket"},
+            {"m_sep", "-"},
+            {"m_cancel", "Can&cel"}};
         for (const auto& [name, caption] : items) {
             Control& item = add(ControlKind::Menu, latin(name));
             item.setCaption(latin(caption));
@@ -226,9 +226,9 @@ void TestQtPlatform::testMessageBoxStyle_data()
     QTest::addColumn<QMessageBox::StandardButton>("press");
     QTest::addColumn<int>("result");
 
-    QTest::newRow("16 shows the stop icon and OK") << 16 << QMessageBox::Critical
-                                                   << QMessageBox::StandardButtons(QMessageBox::Ok) << QMessageBox::Ok
-                                                   << QMessageBox::Ok << int(MsgResult::Ok);
+    QTest::newRow("16 shows the stop icon and OK")
+        << 16 << QMessageBox::Critical << QMessageBox::StandardButtons(QMessageBox::Ok) << QMessageBox::Ok
+        << QMessageBox::Ok << int(MsgResult::Ok);
     QTest::newRow("48 shows the exclamation icon and OK")
         << 48 << QMessageBox::Warning << QMessageBox::StandardButtons(QMessageBox::Ok) << QMessageBox::Ok
         << QMessageBox::Ok << int(MsgResult::Ok);
@@ -239,11 +239,11 @@ void TestQtPlatform::testMessageBoxStyle_data()
         << 36 << QMessageBox::Question << (QMessageBox::Yes | QMessageBox::No) << QMessageBox::Yes << QMessageBox::No
         << int(MsgResult::No);
     QTest::newRow("292 asks Yes or No with No as default")
-        << 292 << QMessageBox::Question << (QMessageBox::Yes | QMessageBox::No) << QMessageBox::No
-        << QMessageBox::Yes << int(MsgResult::Yes);
+        << 292 << QMessageBox::Question << (QMessageBox::Yes | QMessageBox::No) << QMessageBox::No << QMessageBox::Yes
+        << int(MsgResult::Yes);
     QTest::newRow("35 asks Yes, No or Cancel")
-        << 35 << QMessageBox::Question << (QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel)
-        << QMessageBox::Yes << QMessageBox::Cancel << int(MsgResult::Cancel);
+        << 35 << QMessageBox::Question << (QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel) << QMessageBox::Yes
+        << QMessageBox::Cancel << int(MsgResult::Cancel);
     QTest::newRow("1 offers OK and Cancel") << 1 << QMessageBox::NoIcon << (QMessageBox::Ok | QMessageBox::Cancel)
                                             << QMessageBox::Ok << QMessageBox::Ok << int(MsgResult::Ok);
     QTest::newRow("2 with 512 makes Ignore the default")
@@ -432,9 +432,9 @@ void TestQtPlatform::testNameFilters_data()
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("description with its patterns")
         << latin("Pictures (*.bmp;*.jpg)|*.bmp;*.jpg|All Files (*.*)|*.*")
-        << QStringList{latin("Pictures (*.bmp *.jpg)"), latin("All Files (*.*)")};
-    QTest::newRow("bare description") << latin("Settings File|*.Sav") << QStringList{latin("Settings File (*.Sav)")};
-    QTest::newRow("no filter") << QString() << QStringList{};
+        << QStringList {latin("Pictures (*.bmp *.jpg)"), latin("All Files (*.*)")};
+    QTest::newRow("bare description") << latin("Settings File|*.Sav") << QStringList {latin("Settings File (*.Sav)")};
+    QTest::newRow("no filter") << QString() << QStringList {};
 }
 
 void TestQtPlatform::testNameFilters()
@@ -454,7 +454,7 @@ void TestQtPlatform::testComponentsByName()
     QVERIFY(first.get() != second.get());
     QVERIFY(first->call(latin("PrintPreview"), {1, 2}));
     QVERIFY(!second->call(latin("NoSuchOperation"), {}));
-    QCOMPARE(calls, (QStringList{latin("PrintPreview/2"), latin("NoSuchOperation/0")}));
+    QCOMPARE(calls, (QStringList {latin("PrintPreview/2"), latin("NoSuchOperation/0")}));
     QVERIFY(!m_platform.createComponent(latin("Brisling.Tidy")));
     ComponentRegistry::remove(latin("vellum.sheets"));
     QVERIFY(!m_platform.createComponent(latin("Vellum.Sheets")));
@@ -489,9 +489,15 @@ void TestQtPlatform::testShowModalRunsUntilFormCloses()
     m_platform.showModal(form);
     QVERIFY(!missed);
     QVERIFY(!form.isLoaded());
-    const QStringList expected{latin("Gate Load"),           latin("Gate Activate"),        latin("Gate Text1 GotFocus"),
-                               latin("Gate Text1 Change a"), latin("Gate Text1 Change ab"), latin("Gate Text1 LostFocus"),
-                               latin("Gate OK Click"),       latin("Gate QueryUnload 1"),   latin("Gate Unload")};
+    const QStringList expected {latin("Gate Load"),
+        latin("Gate Activate"),
+        latin("Gate Text1 GotFocus"),
+        latin("Gate Text1 Change a"),
+        latin("Gate Text1 Change ab"),
+        latin("Gate Text1 LostFocus"),
+        latin("Gate OK Click"),
+        latin("Gate QueryUnload 1"),
+        latin("Gate Unload")};
     QCOMPARE(log, expected);
 }
 
@@ -515,7 +521,8 @@ void TestQtPlatform::testShowModalTitleBarClose()
     QVERIFY(!missed);
     QVERIFY(stillOpen);
     QVERIFY(!form.isLoaded());
-    QCOMPARE(log.filter(latin("QueryUnload")), (QStringList{latin("Gate QueryUnload 0"), latin("Gate QueryUnload 0")}));
+    QCOMPARE(
+        log.filter(latin("QueryUnload")), (QStringList {latin("Gate QueryUnload 0"), latin("Gate QueryUnload 0")}));
 }
 
 void TestQtPlatform::testShowModalNested()
@@ -541,17 +548,27 @@ void TestQtPlatform::testShowModalNested()
             whenModal<FormDialog>(typeAndOk, missed, latin("Inner"));
             typeAndOk(dialog);
         },
-        missed, latin("Outer"));
+        missed,
+        latin("Outer"));
     m_platform.showModal(outer);
     QVERIFY(!missed);
     QVERIFY(!outer.isLoaded());
     QVERIFY(!inner.isLoaded());
-    const QStringList expected{
-        latin("Outer Load"),          latin("Outer Activate"),       latin("Outer Text1 GotFocus"),
-        latin("Outer Text1 Change 1"), latin("Outer Text1 LostFocus"), latin("Outer OK Click"),
-        latin("Outer QueryUnload 1"),  latin("Outer Unload"),         latin("Inner Load"),
-        latin("Inner Activate"),       latin("Inner Text1 GotFocus"), latin("Inner Text1 Change 1"),
-        latin("Inner Text1 LostFocus"), latin("Inner OK Click"),      latin("Inner QueryUnload 1"),
+    const QStringList expected {latin("Outer Load"),
+        latin("Outer Activate"),
+        latin("Outer Text1 GotFocus"),
+        latin("Outer Text1 Change 1"),
+        latin("Outer Text1 LostFocus"),
+        latin("Outer OK Click"),
+        latin("Outer QueryUnload 1"),
+        latin("Outer Unload"),
+        latin("Inner Load"),
+        latin("Inner Activate"),
+        latin("Inner Text1 GotFocus"),
+        latin("Inner Text1 Change 1"),
+        latin("Inner Text1 LostFocus"),
+        latin("Inner OK Click"),
+        latin("Inner QueryUnload 1"),
         latin("Inner Unload")};
     QCOMPARE(log, expected);
 }
@@ -577,9 +594,14 @@ void TestQtPlatform::testMessageBoxFromLostFocus()
     m_platform.showModal(form);
     QVERIFY(!missed);
     QCOMPARE(message, latin("A numeric Value is required! (eg. 123)"));
-    const QStringList expected{latin("Gate Load"),             latin("Gate Activate"),    latin("Gate Text1 GotFocus"),
-                               latin("Gate Text1 LostFocus"),  latin("Gate Text1 Change 50"), latin("Gate OK Click"),
-                               latin("Gate QueryUnload 1"),    latin("Gate Unload")};
+    const QStringList expected {latin("Gate Load"),
+        latin("Gate Activate"),
+        latin("Gate Text1 GotFocus"),
+        latin("Gate Text1 LostFocus"),
+        latin("Gate Text1 Change 50"),
+        latin("Gate OK Click"),
+        latin("Gate QueryUnload 1"),
+        latin("Gate Unload")};
     QCOMPARE(log, expected);
 }
 
@@ -601,10 +623,10 @@ void TestQtPlatform::testPopupMenuReturnsChosenItem()
         missed);
     form.popupMenu(form[latin("m_click")]);
     QVERIFY(!missed);
-    const QStringList expected{latin("&Search for Ticket..."), latin("&Delete Ticket"), latin("-"), latin("Can&cel")};
+    const QStringList expected {latin("&Search for Ticket..."), latin("&Delete Ticket"), latin("-"), latin("Can&cel")};
     QCOMPARE(texts, expected);
     QVERIFY(!deleteEnabled);
-    QCOMPARE(form.clicks, QStringList{latin("m_cancel")});
+    QCOMPARE(form.clicks, QStringList {latin("m_cancel")});
 
     whenModal<QMenu>(
         [&](QMenu& menu) {
@@ -665,7 +687,8 @@ void TestQtPlatform::testStartProgramWaits()
 {
     QTemporaryDir folder;
     const QString file = folder.filePath(latin("done.txt"));
-    QVERIFY(m_platform.startProgram(latin("/bin/sh"), {latin("-c"), latin("sleep 0.2; echo done > \"$0\""), file}, true));
+    QVERIFY(
+        m_platform.startProgram(latin("/bin/sh"), {latin("-c"), latin("sleep 0.2; echo done > \"$0\""), file}, true));
     QVERIFY(QFile::exists(file));
 }
 
