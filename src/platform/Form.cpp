@@ -181,6 +181,11 @@ void Form::activate()
 {
     if (onActivate)
         onActivate();
+    // A form that shows without a focused control gives the focus to the first in tab order.
+    if (!m_focused) {
+        if (Control* first = nextInTabOrder(nullptr))
+            setFocus(*first);
+    }
 }
 
 bool Form::unload(int mode)
