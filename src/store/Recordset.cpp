@@ -57,12 +57,16 @@ bool Recordset::load()
         return fail(translation.error);
     const bool keyed = m_lock == LockType::Optimistic && !translation.keyedSql.isEmpty();
     StoreEngine* engine = m_connection->engine();
-    if (!engine->select(keyed ? translation.keyedSql : translation.sql, translation.values, m_columns, m_rows))
+    QList<ResultColumn> columns;
+    RowStore rows;
+    if (!engine->select(keyed ? translation.keyedSql : translation.sql, translation.values, columns, rows))
         return fail(engine->lastError());
+    if (keyed)
+        columns.removeFirst();
+    m_columns = std::move(columns);
+    m_rows = std::move(rows);
     m_keyColumns = keyed ? 1 : 0;
     m_table = keyed ? translation.tables.value(0) : QString();
-    if (keyed)
-        m_columns.removeFirst();
     m_nameCache.clear();
     m_open = true;
     m_position = 0;

@@ -198,6 +198,10 @@ Schema::Schema()
         printTable("Row3PrintTemp", 3),
         printTable("RowPrintTemp", 2),
     };
+    for (const TableDef& table : std::as_const(m_tables)) {
+        for (const ColumnDef& column : table.columns)
+            m_columnIndex.insert(table.name.toLower() + u'.' + column.name.toLower(), &column);
+    }
     // The lookups that every ticket operation makes: by name, by group, and the member join.
     m_indexes = {
         {QStringLiteral("account_username"), QStringLiteral("Account"), QStringLiteral("Username")},
@@ -228,8 +232,7 @@ const TableDef* Schema::table(QStringView name) const
 
 const ColumnDef* Schema::column(QStringView tableName, QStringView columnName) const
 {
-    const TableDef* def = table(tableName);
-    return def ? def->column(columnName) : nullptr;
+    return m_columnIndex.value(tableName.toString().toLower() + u'.' + columnName.toString().toLower());
 }
 
 } // namespace marlet

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -63,6 +64,8 @@ private:
 
     QList<TableDef> m_tables;
     QList<IndexDef> m_indexes;
+    // "table.column" in lower case -> the column; every result set asks for each of its columns.
+    QHash<QString, const ColumnDef*> m_columnIndex;
 };
 
 // Name and type of a scratch-table column for the ticket at `slot` (1-based) and `field` (0 to 8).
