@@ -9,12 +9,14 @@
 #include "store/DatabaseInit.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <cstdio>
 #include <memory>
 
 #ifdef MARLET_WITH_DESKTOP
 #include "desktop/QtPlatform.h"
+#include "desktop/ReportComponent.h"
 
 #include <QApplication>
 #endif
@@ -115,6 +117,9 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
         return 1;
     }
     out << "Database ready: " << db << Qt::endl;
+    const QString appFolder = options.value(QStringLiteral("app-dir"), Component::defaultApplicationFolder());
+    if (QDir().mkpath(appFolder))
+        out << "Application folder ready: " << appFolder << Qt::endl;
     if (init.password.isEmpty())
         out << "ADMINISTRATOR password (shown once): " << result.administratorPassword << Qt::endl;
     return 0;
@@ -184,6 +189,9 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     Component component(*surface.platform,
                         options.value(QStringLiteral("prefs")),
                         options.value(QStringLiteral("app-dir")));
+#ifdef MARLET_WITH_DESKTOP
+    registerReportComponent(component.preferences());
+#endif
     return runEntryOperation(command, options, component);
 }
 

@@ -126,6 +126,11 @@ public:
         m_log->push_back({m_progId, operation, arguments});
         return m_result;
     }
+    bool callWithConnection(const QString& operation, Connection& connection, const QVariantList& arguments) override
+    {
+        m_log->push_back({m_progId, operation, arguments, &connection});
+        return m_result;
+    }
 
 private:
     QString m_progId;

@@ -75,6 +75,7 @@ public:
         QString progId;
         QString operation;
         QVariantList arguments;
+        Connection* connection = nullptr; // the connection handed over by reference, if any
     };
     struct ProgramStart
     {

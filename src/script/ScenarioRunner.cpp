@@ -541,11 +541,17 @@ QStringList ScenarioRunner::logRows(const QString& log) const
     QStringList rows;
     if (log == QLatin1String("forms"))
         return m_platform.formsShown();
-    if (log == QLatin1String("documents"))
-        return m_platform.documentsOpened();
+    if (log == QLatin1String("documents")) {
+        // Documents are written in the run's temporary folder, whose name changes with every run.
+        for (const QString& path : m_platform.documentsOpened())
+            rows << QString(path).replace(m_workFolder.path(), QStringLiteral("<run>"));
+        return rows;
+    }
     if (log == QLatin1String("calls")) {
         for (const auto& call : m_platform.componentCalls()) {
             QStringList cells {call.progId, call.operation};
+            if (call.connection)
+                cells << QStringLiteral("connection");
             for (const QVariant& argument : call.arguments)
                 cells << argument.toString();
             rows << cells.join(QStringLiteral(" | "));
