@@ -3,6 +3,8 @@
 #include "platform/Form.h"
 #include "platform/GridData.h"
 
+#include <algorithm>
+
 namespace marlet {
 
 QString controlKindName(ControlKind kind)
@@ -50,8 +52,6 @@ Control::Control(Form& form, ControlKind kind, QString name, int index)
 {
     if (kind == ControlKind::Grid)
         m_grid = std::make_unique<GridData>(*this);
-    if (kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::ListBox)
-        m_backColor = 0xFFFFFF;
 }
 
 Control::~Control() = default;
