@@ -16,20 +16,6 @@ namespace marlet {
 
 namespace {
 
-// Kinds that take the keyboard focus, as the form's tab order counts them.
-bool takesFocus(ControlKind kind)
-{
-    switch (kind) {
-    case ControlKind::Label:
-    case ControlKind::Frame:
-    case ControlKind::Menu:
-    case ControlKind::Image:
-    case ControlKind::ProgressBar:
-        return false;
-    default:
-        return true;
-    }
-}
 
 // The key codes the model sees for a key press: Enter, Backspace and Escape by their codes,
 // typed characters by theirs. Empty for keys the model has no code for (arrows, Delete...).

@@ -44,6 +44,20 @@ QString controlKindName(ControlKind kind)
     return QString();
 }
 
+bool takesFocus(ControlKind kind)
+{
+    switch (kind) {
+    case ControlKind::Label:
+    case ControlKind::Frame:
+    case ControlKind::Menu:
+    case ControlKind::Image:
+    case ControlKind::ProgressBar:
+        return false;
+    default:
+        return true;
+    }
+}
+
 Control::Control(Form& form, ControlKind kind, QString name, int index)
     : m_form(form)
     , m_kind(kind)

@@ -33,6 +33,8 @@ enum class ControlKind {
 };
 
 QString controlKindName(ControlKind kind);
+// Kinds that take the keyboard focus and count in the tab order.
+bool takesFocus(ControlKind kind);
 
 // Which part of a control changed; the front end refreshes that part of its widget.
 enum class Property {

@@ -117,8 +117,7 @@ std::vector<Control*> Form::controlsIn(const Control* container) const
 
 bool Form::setFocus(Control& control)
 {
-    if (!control.canFocus() || control.kind() == ControlKind::Label || control.kind() == ControlKind::Frame
-        || control.kind() == ControlKind::Menu)
+    if (!control.canFocus() || !takesFocus(control.kind()))
         return false;
     if (m_focused == &control)
         return true;
@@ -134,18 +133,7 @@ bool Form::setFocus(Control& control)
 
 Control* Form::nextInTabOrder(const Control* from) const
 {
-    auto focusable = [](const Control& c) {
-        switch (c.kind()) {
-        case ControlKind::Label:
-        case ControlKind::Frame:
-        case ControlKind::Menu:
-        case ControlKind::Image:
-        case ControlKind::ProgressBar:
-            return false;
-        default:
-            return c.canFocus();
-        }
-    };
+    auto focusable = [](const Control& c) { return takesFocus(c.kind()) && c.canFocus(); };
     const auto count = m_controls.size();
     size_t start = 0;
     for (size_t i = 0; i < count; ++i) {
