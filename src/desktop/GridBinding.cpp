@@ -6,6 +6,7 @@
 #include "platform/GridData.h"
 #include "platform/Operator.h"
 
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QTableView>
@@ -35,6 +36,15 @@ bool isPress(const QEvent* event)
 bool isMouseEvent(const QEvent* event)
 {
     return isPress(event) || event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::MouseMove;
+}
+
+// Column widths were measured with a font whose digits are 6 pixels wide. A wider font widens the
+// columns in proportion, so that what fitted a column (a twelve-digit ticket group) still does.
+int columnPixels(int twips, const QFontMetrics& metrics)
+{
+    constexpr double measuredDigitWidth = 6.0;
+    const double scale = qMax(1.0, metrics.horizontalAdvance(u'0') / measuredDigitWidth);
+    return qRound(pixelsFromTwips(twips) * scale);
 }
 
 } // namespace
@@ -73,6 +83,7 @@ void GridBinding::refreshOwn(Property property)
     } else if (property == Property::Font) {
         // Rows are as high as the grid's font needs.
         m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 6);
+        applyColumns();
     }
 }
 
@@ -100,7 +111,7 @@ void GridBinding::applyColumns()
     const GridData& cells = control().grid();
     m_table->horizontalHeader()->setVisible(m_model->fixedRows() > 0);
     for (int col = 0; col < cells.cols(); ++col) {
-        const int width = pixelsFromTwips(cells.colWidth(col));
+        const int width = columnPixels(cells.colWidth(col), m_table->fontMetrics());
         if (m_table->columnWidth(col) != width)
             m_table->setColumnWidth(col, width);
     }

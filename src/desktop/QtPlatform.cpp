@@ -7,6 +7,7 @@
 #include "desktop/MessageBoxStyle.h"
 #include "desktop/QtSerialPort.h"
 #include "desktop/Units.h"
+#include "desktop/views/ScreenViews.h"
 #include "platform/Form.h"
 
 #include <QApplication>
@@ -41,6 +42,11 @@ QString filterDescription(const QString& description)
 }
 
 } // namespace
+
+QtPlatform::QtPlatform()
+{
+    registerScreenViews();
+}
 
 QWidget* QtPlatform::dialogParent()
 {

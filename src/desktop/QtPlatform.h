@@ -11,6 +11,9 @@ namespace marlet {
 class QtPlatform : public Platform
 {
 public:
+    // Registers the hand-made views of the component's screens.
+    QtPlatform();
+
     MsgResult messageBox(const QString& text, int style, const QString& title) override;
     using Platform::messageBox;
     QString inputBox(const QString& prompt,

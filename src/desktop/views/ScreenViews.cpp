@@ -1,0 +1,17 @@
+#include "desktop/views/ScreenViews.h"
+
+#include "desktop/ViewFactory.h"
+#include "desktop/views/ContPassView.h"
+#include "desktop/views/GenAccView.h"
+#include "desktop/views/GenPasstoAccsView.h"
+
+namespace marlet {
+
+void registerScreenViews()
+{
+    ViewFactory::add(QStringLiteral("ContPass"), views::buildContPassView);
+    ViewFactory::add(QStringLiteral("GenPasstoAccs"), views::buildGenPasstoAccsView);
+    ViewFactory::add(QStringLiteral("GenAcc"), views::buildGenAccView);
+}
+
+} // namespace marlet

@@ -1,0 +1,271 @@
+#include "desktop/FormBinder.h"
+#include "desktop/FormDialog.h"
+#include "desktop/views/ScreenViews.h"
+#include "platform/Form.h"
+#include "platform/GridData.h"
+#include "platform/Operator.h"
+#include "platform/ScriptedPlatform.h"
+#include "shell/Component.h"
+#include "shell/Screens.h"
+#include "store/StoreTestDatabase.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace marlet {
+
+namespace {
+
+QString latin(const char* text)
+{
+    return QLatin1String(text);
+}
+
+// The widgets a view placed for the form's controls, and the captions beside its fields.
+QList<QWidget*> placedWidgets(QWidget& window, const Form& form)
+{
+    QList<QWidget*> placed;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        if (!widget->isVisibleTo(&window) || name.isEmpty())
+            continue;
+        if (form.find(name) || name.endsWith(latin("Caption")))
+            placed << widget;
+    }
+    return placed;
+}
+
+QString textOf(const QWidget* widget)
+{
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+        return button->text();
+    if (const auto* box = qobject_cast<const QGroupBox*>(widget))
+        return box->title();
+    return QString();
+}
+
+// What would spoil a picture: a control cut off by its frame or by the window, one squeezed below
+// the size it needs to show its text, two that overlap.
+QStringList layoutDefects(QWidget& window, const Form& form, const QStringList& inFront)
+{
+    QStringList defects;
+    const QList<QWidget*> placed = placedWidgets(window, form);
+    for (const QWidget* widget : placed) {
+        const QString name = widget->objectName();
+        if (!widget->parentWidget()->rect().contains(widget->geometry()))
+            defects << name + latin(" is cut off");
+        // Lists, buttons and labels show their whole text; other widgets may shrink to their minimum.
+        const bool whole = qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractButton*>(widget)
+            || qobject_cast<const QLabel*>(widget);
+        const QSize needed = whole ? widget->sizeHint() : widget->minimumSizeHint();
+        if (widget->width() < needed.width() || widget->height() < needed.height())
+            defects << name + latin(" is squeezed: ") + textOf(widget);
+    }
+    for (qsizetype i = 0; i < placed.size(); ++i) {
+        for (qsizetype j = i + 1; j < placed.size(); ++j) {
+            const QWidget* a = placed.at(i);
+            const QWidget* b = placed.at(j);
+            if (inFront.contains(a->objectName()) || inFront.contains(b->objectName()))
+                continue;
+            if (a->parentWidget() == b->parentWidget() && a->geometry().intersects(b->geometry()))
+                defects << a->objectName() + latin(" overlaps ") + b->objectName();
+        }
+    }
+    return defects;
+}
+
+// Controls whose widget the view left out: the binder keeps them out of sight.
+QStringList unplaced(FormDialog& dialog)
+{
+    QStringList names;
+    if (const QWidget* holder = dialog.findChild<QWidget*>(latin("unplacedControls"))) {
+        for (const QWidget* widget : holder->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            names << widget->objectName();
+    }
+    return names;
+}
+
+} // namespace
+
+// Every screen with a hand-made view, rendered in its states on the offscreen platform: each must
+// place all of its controls, none cut off, squeezed or overlapping. With MARLET_SCREENS_DIR set the
+// pictures are kept there (tools/screenshots writes docs/screens this way).
+class TestScreensPictures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void testContPass();
+    void testGenPasstoAccsBothLayouts();
+    void testGenAccTabs();
+    void testGenAccQuickTicket();
+
+private:
+    // Shows the form's window, checks its layout and keeps a picture of it.
+    void render(Form& form, const QString& fileName, const QStringList& inFront = {});
+    std::unique_ptr<Form> open(const char* screen);
+    void generate(Form& screen, int number);
+    General& session() { return m_component->session(); }
+
+    QTemporaryDir m_pictures;
+    QString m_folder;
+    std::unique_ptr<QTemporaryDir> m_prefs;
+    std::unique_ptr<test::StoreTestDatabase> m_database;
+    std::unique_ptr<ScriptedPlatform> m_platform;
+    std::unique_ptr<Component> m_component;
+    QMap<QString, QSize> m_sizes;
+};
+
+void TestScreensPictures::initTestCase()
+{
+    registerScreenViews();
+    m_folder = qEnvironmentVariableIsSet("MARLET_SCREENS_DIR") ? qEnvironmentVariable("MARLET_SCREENS_DIR")
+                                                               : m_pictures.path();
+    QVERIFY(QDir().mkpath(m_folder));
+}
+
+void TestScreensPictures::init()
+{
+    m_prefs = std::make_unique<QTemporaryDir>();
+    m_database = std::make_unique<test::StoreTestDatabase>();
+    QVERIFY2(m_database->isValid(), qPrintable(m_database->error()));
+    m_platform = std::make_unique<ScriptedPlatform>();
+    m_platform->setNow(QDateTime(QDate(2026, 11, 21), QTime(10, 0)));
+    m_component
+        = std::make_unique<Component>(*m_platform, m_prefs->filePath(latin("prefs")), m_prefs->filePath(latin("app")));
+    session().AppTitle = latin("Norvantis");
+    session().CurrentStaff = latin("ADMINISTRATOR");
+    QVERIFY(session().connection().Open(m_database->connectionString()));
+}
+
+void TestScreensPictures::cleanup()
+{
+    m_platform->finish();
+    QCOMPARE(m_platform->failures(), QStringList());
+    m_component.reset();
+    m_platform.reset();
+    m_database.reset();
+}
+
+std::unique_ptr<Form> TestScreensPictures::open(const char* screen)
+{
+    std::unique_ptr<Form> form = createScreen(latin(screen), session());
+    form->load();
+    form->activate();
+    return form;
+}
+
+void TestScreensPictures::render(Form& form, const QString& fileName, const QStringList& inFront)
+{
+    FormDialog dialog(form);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    // Pending grid and layout changes reach the view.
+    QCoreApplication::processEvents();
+    // The offscreen screen is small, and a window opens no larger than two thirds of the screen:
+    // the picture shows the window at the size it takes on a desktop of today.
+    dialog.resize(dialog.sizeHint());
+    QCoreApplication::processEvents();
+    const QStringList left = unplaced(dialog);
+    QVERIFY2(left.isEmpty(), qPrintable(latin("not placed: ") + left.join(latin(", "))));
+    const QStringList defects = layoutDefects(dialog, form, inFront);
+    QVERIFY2(defects.isEmpty(), qPrintable(defects.join(latin(", "))));
+    m_sizes.insert(fileName, dialog.size());
+    QVERIFY(dialog.grab().save(QDir(m_folder).filePath(fileName), "PNG"));
+}
+
+void TestScreensPictures::testContPass()
+{
+    std::unique_ptr<Form> gate = open("ContPass");
+    render(*gate, latin("ContPass.png"));
+    gate->forceUnload();
+}
+
+void TestScreensPictures::testGenPasstoAccsBothLayouts()
+{
+    std::unique_ptr<Form> one = open("GenPasstoAccs");
+    QVERIFY(!(*one)[latin("Frame2")].visible());
+    render(*one, latin("GenPasstoAccs.png"));
+    one->forceUnload();
+
+    QVERIFY(m_database->connection().Execute(Statement(latin("UPDATE Options SET NoUser = true"))));
+    std::unique_ptr<Form> two = open("GenPasstoAccs");
+    QVERIFY((*two)[latin("Frame2")].visible());
+    render(*two, latin("GenPasstoAccs-two-logins.png"));
+    // The second frame makes the window taller, not wider.
+    const QSize oneSize = m_sizes.value(latin("GenPasstoAccs.png"));
+    const QSize twoSize = m_sizes.value(latin("GenPasstoAccs-two-logins.png"));
+    QVERIFY(!oneSize.isEmpty());
+    QCOMPARE(twoSize.width(), oneSize.width());
+    QVERIFY(twoSize.height() > oneSize.height());
+}
+
+void TestScreensPictures::generate(Form& screen, int number)
+{
+    Operator::setText(screen[latin("cboNumber")], QString::number(number));
+    Operator::setText(screen[latin("cboHours")], latin("1"));
+    m_platform->expectMessage(latin("You have choosen to Generate ") + QString::number(number)
+            + latin(" number(s) of 1hour(s) 0min(s)' Ticket(s) of Cost N50 with Expiration "
+                    "Date of 5 days, Continue?"),
+        MsgStyle::YesNoQuestionNoDefault,
+        MsgResult::Yes);
+    m_platform->expectMessage(
+        latin("And Print Preview Ticket(s) with Large Print? "), MsgStyle::YesNoCancelQuestion, MsgResult::No);
+    m_platform->expectMessage(latin("Ticket Generation Completed Successfully!"), MsgStyle::Info);
+    QVERIFY(Operator::click(screen[latin("cmdGenerate")]));
+}
+
+void TestScreensPictures::testGenAccTabs()
+{
+    std::unique_ptr<Form> screen = open("GenAcc");
+    // The panel in front of the frames while the batch runs: yields 1 and 2 belong to the panel,
+    // then one a ticket.
+    m_platform->atYield(6, [this, &screen] { render(*screen, latin("GenAcc-progress.png"), {latin("FProgress")}); });
+    generate(*screen, 8);
+    QCOMPARE((*screen)[latin("PrintList")].grid().rows(), 9);
+
+    const char* pictures[] = {
+        "GenAcc-new.png", "GenAcc-custom.png", "GenAcc-membership.png", "GenAcc-existing.png", "GenAcc-settings.png"};
+    Control& tabs = (*screen)[latin("TabStrip1")];
+    for (int tab = 1; tab <= 5; ++tab) {
+        QVERIFY(Operator::chooseTab(tabs, tab));
+        if (tab == 4) {
+            QVERIFY(Operator::click((*screen)[latin("Option2")]));
+            QVERIFY(Operator::click((*screen)[latin("Command2")]));
+        }
+        render(*screen, latin(pictures[tab - 1]));
+    }
+    QVERIFY(QFile::exists(QDir(m_folder).filePath(latin("GenAcc-progress.png"))));
+    // Every tab in a window of the same size.
+    for (const char* picture : pictures)
+        QCOMPARE(m_sizes.value(latin(picture)), m_sizes.value(latin(pictures[0])));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testGenAccQuickTicket()
+{
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO QuickT (TicketType) Values ('60min(s) - N50 [Time Ticket]')"))));
+    session().settings().save(keys::QuickTicket, latin("1"));
+    std::unique_ptr<Form> screen = open("GenAcc");
+    QVERIFY((*screen)[latin("FQuick")].visible());
+    QVERIFY(!(*screen)[latin("FManual")].visible());
+    render(*screen, latin("GenAcc-quick-ticket.png"));
+    screen->forceUnload();
+}
+
+} // namespace marlet
+
+QTEST_MAIN(marlet::TestScreensPictures)
+#include "TestScreensPictures.moc"
