@@ -8,6 +8,7 @@
 
 #ifdef MARLET_WITH_DESKTOP
 #include "desktop/QtPlatform.h"
+#include "desktop/ReportComponent.h"
 #endif
 
 namespace {
@@ -46,4 +47,7 @@ marlet_component::marlet_component(const QString& preferencesFolder, const QStri
     , platform(makePlatform(headless))
     , component(*platform, preferencesFolder, applicationFolder)
 {
+#ifdef MARLET_WITH_DESKTOP
+    marlet::registerReportComponent(component.preferences());
+#endif
 }

@@ -3,6 +3,7 @@
 #include "issuing/GenAcc.h"
 #include "issuing/GenAccControls.h"
 #include "issuing/Quota.h"
+#include "issuing/TicketGroup.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
@@ -10,6 +11,7 @@
 #include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
 #include "printing/PrintDispatch.h"
+#include "printing/PrintStaging.h"
 #include "shell/General.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
@@ -53,14 +55,6 @@ bool BatchGeneration::ticked(const char* name) const
 SessionPreferences BatchGeneration::settings() const
 {
     return m_screen.session().settings();
-}
-
-// "HH:mm, dd/mm/yy" of the present moment after a leading word.
-QString BatchGeneration::stamp(const QString& what) const
-{
-    const QDateTime now = m_screen.platform().now();
-    return what + legacy::Format(now, QStringLiteral("HH:mm")) + QStringLiteral(", ")
-           + legacy::Format(now, QStringLiteral("dd/mm/yy"));
 }
 
 void BatchGeneration::run()
@@ -119,6 +113,9 @@ void BatchGeneration::run()
     platform.sleep(500);
     field("chkTimePeriod").setValue(CheckState::Unchecked);
     platform.yield();
+    if (m_printAfter)
+        BuildPrintPreview(m_screen,
+                          Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
     if (settings().number(keys::AutoSave) == 0)
         offerSave();
 }
@@ -227,9 +224,7 @@ bool BatchGeneration::confirm()
 bool BatchGeneration::askPrint()
 {
     const PrintAnswer answer = askPrintQuestion(m_screen, PrintCreator::Batch);
-    // Print staging is not part of this build yet: a batch to be printed is made and reported like
-    // one made without a preview.
-    m_printAfter = false;
+    m_printAfter = answer == PrintAnswer::Print;
     return answer != PrintAnswer::Cancel;
 }
 
@@ -238,21 +233,21 @@ bool BatchGeneration::askPrint()
 bool BatchGeneration::storageFull()
 {
     Platform& platform = m_screen.platform();
-    Recordset stored;
-    stored.Open(Statement(QStringLiteral("Select * from Account where member=false")), m_screen.session().connection());
+    // Only the count of the stored tickets matters: the store counts them rather than handing over
+    // a hundred thousand rows.
+    const long stored = Recordset::countRows(Statement(QStringLiteral("Select * from Account where member=false")),
+                                             m_screen.session().connection());
     Control& bar = m_screen[QStringLiteral("ProgressBar1")];
     bar.setValue(bar.value() + 1);
     platform.sleep(100);
-    if (stored.RecordCount() > StorageLimit) {
+    if (stored > StorageLimit) {
         platform.messageBox(QStringLiteral("The Ticket Storage is full! Use the Clean Up utility in OPTION to remove "
                                            "redundant tickets or Delete it manually!"),
                             MsgStyle::Stop);
-        stored.Close();
         m_screen.EndProgress();
         platform.messageBox(QStringLiteral("Ticket generation terminated!"), MsgStyle::OkOnly);
         return true;
     }
-    stored.Close();
     return false;
 }
 
@@ -262,18 +257,11 @@ void BatchGeneration::openGroup()
     m_group = ticketGroupNumber(m_screen.platform().now());
     const QString cost = field("cboCost").text();
     m_groupRow = std::make_unique<Recordset>();
-    m_groupRow->Open(Statement(QStringLiteral("Select * from TicketInfo where TicketGrp  = '{}'"), {m_group}),
-                     session.connection(),
-                     CursorType::Static,
-                     LockType::Optimistic);
+    openTicketGroup(*m_groupRow, session.connection(), m_group);
     m_groupRow->AddNew();
-    m_groupRow->setValue(QStringLiteral("TicketGrp"), m_group);
-    m_groupRow->setValue(QStringLiteral("Number"), m_number);
-    m_groupRow->setValue(QStringLiteral("Time"), m_time / 60);
-    m_groupRow->setValue(QStringLiteral("Amount"), cost);
-    m_groupRow->setValue(QStringLiteral("TotalCost"), legacy::Val(cost) * double(m_number));
-    m_groupRow->setValue(QStringLiteral("GeneratedBy"), session.byWhom());
-    m_groupRow->setValue(QStringLiteral("TimeGenerated"), stamp(QStringLiteral("Started at ")));
+    writeGroupStart(*m_groupRow,
+                    {m_group, m_number, m_time / 60, cost, legacy::Val(cost) * double(m_number), session.byWhom()},
+                    m_screen.platform().now());
     m_groupRow->Update();
 
     m_screen[QStringLiteral("ProgressBar1")].setValue(0);
@@ -363,8 +351,7 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
 void BatchGeneration::closeGroup()
 {
     if (m_groupRow) {
-        m_groupRow->setValue(QStringLiteral("TimeGenerated"), QString(stamp(QStringLiteral("Completed at ")) + QStringLiteral(" [RANDOM]")));
-        m_groupRow->setValue(QStringLiteral("Number"), m_number);
+        writeGroupCompletion(*m_groupRow, GroupKind::Random, m_number, m_screen.platform().now());
         m_groupRow->Update();
     }
     m_screen.session().connection().Execute(

@@ -46,7 +46,6 @@ private:
     Control& field(const char* name) const;
     bool ticked(const char* name) const;
     SessionPreferences settings() const;
-    QString stamp(const QString& what) const;
 
     GenAcc& m_screen;
     bool m_quick = false;

@@ -1,6 +1,7 @@
 #include "issuing/GenAcc.h"
 
 #include "issuing/BatchGeneration.h"
+#include "issuing/CustomTicket.h"
 #include "issuing/GenAccControls.h"
 #include "inventory/TicketListing.h"
 #include "platform/GridData.h"
@@ -113,8 +114,8 @@ void GenAcc::buildFrame()
 
     buildProgressPanel();
 
-    Control& close = add(ControlKind::CommandButton, id("Command6"));
-    close.setCaption(CloseCaption);
+    // Labelled by its resting caption, so that it is found by that name while it reads "Stop" too.
+    Control& close = addLabelled(ControlKind::CommandButton, id("Command6"), CloseCaption);
     close.setBackColor(CloseColor);
     close.onClick = [this] { closeOrStop(); };
     addLabelled(ControlKind::CommandButton, id("cmdHelp"), QStringLiteral("&Help")).onClick = [this] { showHelp(); };
@@ -152,18 +153,11 @@ void GenAcc::buildNewTab(Control& frame)
         }
     };
     genacc::wireHoursCheck(*this, hours);
-    genacc::wireCostCheck(*this, cost);
-    cost.onDropDown = [this, &cost] {
-        if (cost.listCount() >= 367)
-            return;
-        for (int i = 370; i <= 2000; i += 10) {
-            cost.addItem(QString::number(i));
-            platform().yield();
-        }
-    };
+    genacc::wireCostList(*this, cost);
 
     Control& quick = addIn(*this, frame, ControlKind::Frame, id("FQuick"), QStringLiteral("Quick-Ticket"));
-    addIn(*this, quick, ControlKind::ComboBox, id("cboTicketType"), QStringLiteral("Ticket Type:"));
+    // Its text reads "None" before a type is picked, so it takes text beside its entries.
+    addIn(*this, quick, ControlKind::ComboBox, id("cboTicketType"), QStringLiteral("Ticket Type:")).setEditable(true);
     addIn(*this, quick, ControlKind::ComboBox, id("cboPages"), QStringLiteral("No. of Pages:"));
     addIn(*this, quick, ControlKind::ComboBox, id("cboSizeType"), QStringLiteral("Ticket Size Type:"));
 
@@ -217,7 +211,7 @@ void GenAcc::buildCustomTab(Control& frame)
         genacc::filterNumericKeys(*field);
     }
     genacc::wireHoursCheck(*this, hours);
-    genacc::wireCostCheck(*this, cost);
+    genacc::wireCostList(*this, cost);
 
     Control& expiry = addIn(*this, frame, ControlKind::ComboBox, id("cboCustomExpiry"), QStringLiteral("Expiration:"));
     Control& days = addIn(*this, frame, ControlKind::ComboBox, id("txtCustomDays"), QStringLiteral("Days:"));
@@ -236,7 +230,8 @@ void GenAcc::buildCustomTab(Control& frame)
     Control& start = addIn(*this, frame, ControlKind::DateTimePicker, id("dtCustomStart"), QStringLiteral("Start Time:"));
     Control& end = addIn(*this, frame, ControlKind::DateTimePicker, id("dtCustomEnd"), QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, &once, start, end);
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdCreateCustom"), QStringLiteral("Create a Customized New Ticket"));
+    addIn(*this, frame, ControlKind::CommandButton, id("cmdCreateCustom"), QStringLiteral("Create a Customized New Ticket"))
+        .onClick = [this] { CustomTicket(*this).run(); };
 }
 
 void GenAcc::buildMemberTab(Control& frame)
@@ -258,7 +253,7 @@ void GenAcc::buildMemberTab(Control& frame)
         genacc::filterNumericKeys(*field);
     }
     genacc::wireHoursCheck(*this, hours);
-    genacc::wireCostCheck(*this, cost);
+    genacc::wireCostList(*this, cost);
 
     Control& recharge = addIn(*this, frame, ControlKind::CheckBox, id("chkRecharge"), QStringLiteral("Recharge Ticket every"));
     Control& rechargeDays = addIn(*this, frame, ControlKind::ComboBox, id("cboRechargeDays"));
@@ -276,6 +271,8 @@ void GenAcc::buildMemberTab(Control& frame)
         rechargeDays.setEnabled(listsOn);
         rechargePeriod.setEnabled(listsOn);
     };
+    // The boxes start cleared, and their fields as a cleared box leaves them.
+    useTime.fireClick();
 
     Control& expiry = addIn(*this, frame, ControlKind::ComboBox, id("cboMemberExpiry"), QStringLiteral("Expiration:"));
     Control& days = addIn(*this, frame, ControlKind::ComboBox, id("txtMemberDays"), QStringLiteral("Days:"));
@@ -299,8 +296,10 @@ void GenAcc::buildExistingTab(Control& frame)
 {
     TicketListing::build(*this, frame);
     addIn(*this, frame, ControlKind::CommandButton, id("Command4"), QStringLiteral("&Delete Selection"));
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdPrintExisting"), QStringLiteral("&Print Existing Ticket"))
-        .setToolTip(QStringLiteral("Print existing tickets"));
+    Control& printExisting =
+        addIn(*this, frame, ControlKind::CommandButton, id("cmdPrintExisting"), QStringLiteral("&Print Existing Ticket"));
+    printExisting.setToolTip(QStringLiteral("Print existing tickets"));
+    printExisting.onClick = [this] { printExistingTickets(); };
     addIn(*this, frame, ControlKind::CommandButton, id("Command10"), QStringLiteral("Recycle &Bin")).onClick = [this] {
         openRecycleBin();
     };
@@ -362,6 +361,8 @@ void GenAcc::ProgressAdjust()
 
 void GenAcc::StartProgress()
 {
+    // A stop that ended the last operation must not end this one before it starts.
+    StopRequested = false;
     (*this)[id("Label4")].setCaption(QStringLiteral("Processing .... Please wait "));
     ProgressAdjust();
     for (const char* frame : FrameNames)
@@ -438,8 +439,7 @@ void GenAcc::load()
     Control& sizeType = (*this)[id("cboSizeType")];
     sizeType.addItems({QStringLiteral("Small Size"), QStringLiteral("Medium Size"), QStringLiteral("Large Size")});
     // The second test asks for 1 again, so "Medium Size" is never preselected.
-    const int printType = int(settings.number(keys::PrintType));
-    sizeType.setListIndex(printType == 1 ? 0 : 2);
+    sizeType.setListIndex(settings.number(keys::PrintType.underTitle()) == 1 ? 0 : 2);
 
     loadQuickTickets();
 
@@ -451,6 +451,8 @@ void GenAcc::load()
     (*this)[id("cboRechargeDays")].setListIndex(0);
     (*this)[id("cboRechargePeriod")].setListIndex(0);
 
+    // The settings tab shows the print type kept under the product word.
+    const int printType = int(settings.number(keys::PrintType));
     const char* printOption = printType == 1   ? "optSmallPrint"
                               : printType == 2 ? "optMediumPrint"
                               : printType == 4 ? "optExport"
@@ -673,10 +675,18 @@ void GenAcc::openPrintSettings()
     std::unique_ptr<NamedComponent> sheets = platform().createComponent(QStringLiteral("Vellum.Sheets"));
     if (!sheets)
         return;
-    sheets->call(QStringLiteral("LoadPrintSettings"), {false});
+    sheets->callWithConnection(QStringLiteral("LoadPrintSettings"), m_session.connection(), {false});
     (*this)[id("txtPrefix")].setText(m_session.settings().text(keys::STR).left(3));
     loadQuickTickets();
     setPickers({"dtStart"}, {"dtEnd"});
+}
+
+void GenAcc::printExistingTickets()
+{
+    // The report component lets the operator choose the tickets; a failure there ends without a word.
+    std::unique_ptr<NamedComponent> sheets = platform().createComponent(QStringLiteral("Vellum.Sheets"));
+    if (sheets)
+        sheets->callWithConnection(QStringLiteral("PrintPreview"), m_session.connection(), {m_session.ServerPath});
 }
 
 void GenAcc::openRecycleBin()

@@ -62,6 +62,7 @@ private:
     void saveNightTime(bool start);
     void saveSettingsTab();
     void openPrintSettings();
+    void printExistingTickets();
     void openRecycleBin();
 
     General& m_session;

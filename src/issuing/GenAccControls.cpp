@@ -60,15 +60,28 @@ void wireTimePeriod(Control& periodBox, Control* onceBox, Control& start, Contro
         start.setEnabled(ticked);
         end.setEnabled(ticked);
     };
+    // The screen opens with the box cleared, so the controls it rules start as a cleared box
+    // leaves them.
+    periodBox.onClick();
 }
 
-void wireCostCheck(GenAcc& screen, Control& cost)
+void wireCostList(GenAcc& screen, Control& cost)
 {
     cost.onLostFocus = [&screen, &cost] {
         const QString text = cost.text();
         if (!legacy::IsNumeric(text) || legacy::Val(text) < 0 || legacy::Val(text) > 99999) {
             screen.platform().messageBox(QStringLiteral("Amount must be between 0 to 99,999!"), MsgStyle::Warning);
             cost.setText(QStringLiteral("0"));
+        }
+    };
+    // Only the entry count guards the extension, and one extension leaves it below the limit, so
+    // a cost list grows twice.
+    cost.onDropDown = [&screen, &cost] {
+        if (cost.listCount() >= 367)
+            return;
+        for (int value = 370; value <= 2000; value += 10) {
+            cost.addItem(QString::number(value));
+            screen.platform().yield();
         }
     };
 }

@@ -26,8 +26,8 @@ void filterTicketTextKeys(Control& field);
 void wireTimePeriod(Control& periodBox, Control* onceBox, Control& start, Control& end);
 
 // Cost lists: not numeric, negative or above 99999 gives "Amount must be between 0 to 99,999!"
-// and "0".
-void wireCostCheck(GenAcc& screen, Control& cost);
+// and "0"; dropping down with fewer than 367 entries adds 370 to 2000 in steps of 10.
+void wireCostList(GenAcc& screen, Control& cost);
 // Hours lists: not numeric, below 0 or above 360 gives the hours message and "0".
 void wireHoursCheck(GenAcc& screen, Control& hours);
 

@@ -12,6 +12,7 @@
 
 namespace marlet {
 
+class Connection;
 class Form;
 class Control;
 
@@ -57,12 +58,23 @@ public:
 };
 
 // An outside component reached by name (report and maintenance components). Operations are called
-// by name with a shared connection handed over; an unknown operation returns false.
+// by name; an unknown operation returns false.
 class NamedComponent
 {
 public:
     virtual ~NamedComponent() = default;
     virtual bool call(const QString& operation, const QVariantList& arguments) = 0;
+    // An operation that takes the shared connection by reference, e.g.
+    // Generated2Preview(connection, "Select * From RowPrintTemp"): `connection` is that connection,
+    // `arguments` are the operation's other arguments in their order. The component reads and writes
+    // through it and may leave it closed or reopened on another store; the caller goes on with the
+    // connection as the component left it. A component without such operations knows none of them.
+    virtual bool callWithConnection(const QString& /*operation*/,
+                                    Connection& /*connection*/,
+                                    const QVariantList& /*arguments*/)
+    {
+        return false;
+    }
 };
 
 // What a file dialog is asked for.

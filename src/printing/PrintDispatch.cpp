@@ -50,7 +50,8 @@ PrintAnswer askPrintQuestion(GenAcc& screen, PrintCreator creator)
         answer = platform.messageBox(QStringLiteral("And Print Preview Ticket(s) with ") + size + u'?',
                                      MsgStyle::YesNoCancelQuestion);
     } else {
-        const int printType = int(settings.number(keys::PrintType));
+        // Read under the host's title: only the settings tab and the settings menu use the product word.
+        const int printType = int(settings.number(keys::PrintType.underTitle()));
         if (creator != PrintCreator::Batch && printType == 4) {
             // The export type has no preview: Yes counts as Yes, No as Cancel.
             const MsgResult go = platform.messageBox(
@@ -65,7 +66,7 @@ PrintAnswer askPrintQuestion(GenAcc& screen, PrintCreator creator)
     if (answer != MsgResult::Yes)
         return PrintAnswer::Cancel;
     if (quickTicket == 1)
-        settings.save(keys::PrintType, printTypeOfSize(size));
+        settings.save(keys::PrintType.underTitle(), printTypeOfSize(size));
     if (platform.defaultPrinter().isEmpty()
         && platform.messageBox(QStringLiteral("No Printer Installed, Continue?"), MsgStyle::YesNoQuestion) == MsgResult::No)
         return PrintAnswer::Cancel;

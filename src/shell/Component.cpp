@@ -1,5 +1,7 @@
 #include "shell/Component.h"
 
+#include "printing/TicketDocuments.h"
+
 #include <QDir>
 #include <QStandardPaths>
 
@@ -12,6 +14,7 @@ Component::Component(Platform& platform, const QString& preferencesFolder, const
 {
     m_session.applicationFolder = applicationFolder.isEmpty() ? defaultApplicationFolder() : applicationFolder;
     QDir().mkpath(m_session.applicationFolder);
+    provideTicketPage(m_session.applicationFolder);
 }
 
 QString Component::defaultApplicationFolder()

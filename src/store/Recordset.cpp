@@ -67,7 +67,15 @@ bool Recordset::load()
     m_rows = std::move(rows);
     m_keyColumns = keyed ? 1 : 0;
     m_table = keyed ? translation.tables.value(0) : QString();
-    m_nameCache.clear();
+    // A result set reopened on the same fields, as a lookup before each insert is, keeps the
+    // spellings it has learnt.
+    QStringList names;
+    for (const ResultColumn& column : std::as_const(m_columns))
+        names.append(column.name);
+    if (names != m_cachedNames) {
+        m_nameCache.clear();
+        m_cachedNames = names;
+    }
     m_open = true;
     m_position = 0;
     m_currentDeleted = false;
@@ -83,7 +91,6 @@ void Recordset::Close()
     m_connection = nullptr;
     m_columns.clear();
     m_rows.clear(0);
-    m_nameCache.clear();
     m_pending.clear();
     m_editMode = EditMode::None;
     forgetDecodedRow();
@@ -98,6 +105,23 @@ bool Recordset::Requery()
     if (m_connection->State() != 1)
         return fail(objectClosed);
     return load();
+}
+
+long Recordset::countRows(const Statement& source, Connection& connection)
+{
+    if (connection.State() != 1)
+        return -1;
+    const TranslationResult translation = connection.translate(source);
+    if (!translation.ok() || translation.kind != StatementKind::Select)
+        return -1;
+    QList<ResultColumn> columns;
+    RowStore counted;
+    const QString sql = QStringLiteral("SELECT count(*) FROM (") + translation.sql + QStringLiteral(") AS counted");
+    if (!connection.engine()->select(sql, translation.values, columns, counted) || counted.rowCount() != 1)
+        return -1;
+    std::vector<Cell> cells;
+    counted.decodeRow(0, cells);
+    return long(cells.front().integer);
 }
 
 long Recordset::RecordCount() const
@@ -181,7 +205,7 @@ int Recordset::fieldIndex(const QString& name) const
     // Screens ask for the same few names on every row; the spelling they use is remembered.
     const auto known = m_nameCache.constFind(name);
     if (known != m_nameCache.constEnd())
-        return *known;
+        return *known < m_columns.size() ? *known : -1; // the cache outlives Close
     for (int i = 0; i < m_columns.size(); ++i) {
         if (m_columns.at(i).name.compare(name, Qt::CaseInsensitive) == 0) {
             m_nameCache.insert(name, i);

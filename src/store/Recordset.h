@@ -47,6 +47,9 @@ public:
         LockType lock = LockType::ReadOnly);
     void Close();
     int State() const { return m_open ? 1 : 0; }
+    // The RecordCount that Open would give the select, counted by the store without handing the rows
+    // over: for a rule that needs the count alone of a large result. -1 where Open would fail.
+    static long countRows(const Statement& source, Connection& connection);
     bool Requery();
 
     long RecordCount() const; // -1 while closed
@@ -105,7 +108,8 @@ private:
 
     mutable std::vector<Cell> m_cells;
     mutable qsizetype m_decodedRow = -1;
-    mutable QHash<QString, int> m_nameCache;
+    mutable QHash<QString, int> m_nameCache; // spelling asked for -> field, for the fields of m_cachedNames
+    QStringList m_cachedNames;
     mutable QString m_lastError;
 };
 

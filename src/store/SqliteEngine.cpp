@@ -116,6 +116,7 @@ void SqliteEngine::finalizeAll()
     for (sqlite3_stmt* statement : std::as_const(m_statements))
         sqlite3_finalize(statement);
     m_statements.clear();
+    m_columns.clear();
 }
 
 QString SqliteEngine::typeName(ColumnType type)
@@ -241,9 +242,7 @@ bool SqliteEngine::select(const QString& sql, const QVariantList& values, QList<
         return false;
     const ResetOnExit reset(statement);
     const int count = sqlite3_column_count(statement);
-    columns.clear();
-    for (int column = 0; column < count; ++column)
-        columns.append(describeColumn(statement, column));
+    columns = describedColumns(statement);
     rows.clear(count);
     int rc = SQLITE_OK;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
@@ -253,6 +252,21 @@ bool SqliteEngine::select(const QString& sql, const QVariantList& values, QList<
         rows.endRow();
     }
     return rc == SQLITE_DONE || fail();
+}
+
+const QList<ResultColumn>& SqliteEngine::describedColumns(sqlite3_stmt* statement)
+{
+    // SQLite prepares a kept statement again after a change of the schema; a changed column count
+    // shows that its description is out of date.
+    const int count = sqlite3_column_count(statement);
+    auto kept = m_columns.find(statement);
+    if (kept == m_columns.end() || kept->size() != count) {
+        QList<ResultColumn> columns;
+        for (int column = 0; column < count; ++column)
+            columns.append(describeColumn(statement, column));
+        kept = m_columns.insert(statement, columns);
+    }
+    return *kept;
 }
 
 bool SqliteEngine::updateRow(
@@ -266,11 +280,16 @@ bool SqliteEngine::updateRow(
 bool SqliteEngine::insertRow(
     const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key)
 {
-    const QString head = QStringLiteral("INSERT INTO ") + SqlTranslator::quoteIdentifier(table);
-    const QString sql = columns.isEmpty() ? QString(head + QStringLiteral(" DEFAULT VALUES"))
-                                          : QString(head + QStringLiteral(" (") + quotedList(columns, QString())
-                                              + QStringLiteral(") VALUES (") + placeholders(columns.size()) + u')');
-    if (!execute(sql, values))
+    const QString textKey = table + u'\n' + columns.join(u',');
+    auto sql = m_insertTexts.constFind(textKey);
+    if (sql == m_insertTexts.constEnd()) {
+        const QString head = QStringLiteral("INSERT INTO ") + SqlTranslator::quoteIdentifier(table);
+        sql = m_insertTexts.insert(textKey,
+            columns.isEmpty() ? QString(head + QStringLiteral(" DEFAULT VALUES"))
+                              : QString(head + QStringLiteral(" (") + quotedList(columns, QString())
+                                  + QStringLiteral(") VALUES (") + placeholders(columns.size()) + u')'));
+    }
+    if (!execute(*sql, values))
         return false;
     if (key)
         *key = QVariant(qint64(sqlite3_last_insert_rowid(m_handle)));

@@ -42,12 +42,18 @@ public:
 
 private:
     sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
+    const QList<ResultColumn>& describedColumns(sqlite3_stmt* statement);
     bool bind(sqlite3_stmt* statement, const QVariantList& values);
     bool fail();
     bool fail(const QString& message);
 
     sqlite3* m_handle;
     QHash<QString, sqlite3_stmt*> m_statements;
+    // The result columns of kept statements: describing them looks every column up in the schema,
+    // which costs more than a lookup by name itself.
+    QHash<sqlite3_stmt*, QList<ResultColumn>> m_columns;
+    // Texts of the inserts that result sets write back, by table and column list.
+    QHash<QString, QString> m_insertTexts;
     QString m_error;
 };
 

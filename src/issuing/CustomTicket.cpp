@@ -1,0 +1,222 @@
+#include "issuing/CustomTicket.h"
+
+#include "issuing/Expiry.h"
+#include "issuing/GenAcc.h"
+#include "issuing/Quota.h"
+#include "issuing/TicketGroup.h"
+#include "issuing/TicketNames.h"
+#include "issuing/TicketRow.h"
+#include "platform/GridData.h"
+#include "platform/LegacyConvert.h"
+#include "platform/Platform.h"
+#include "printing/PrintDispatch.h"
+#include "printing/PrintStaging.h"
+#include "shell/General.h"
+#include "store/Connection.h"
+
+#include <optional>
+
+namespace marlet {
+
+namespace {
+
+// The longest credit a custom ticket takes: 360 hours, in minutes.
+constexpr double MaxMinutes = 21600;
+constexpr double MaxCost = 10000;
+
+} // namespace
+
+CustomTicket::CustomTicket(GenAcc& screen)
+    : m_screen(screen)
+{
+}
+
+Control& CustomTicket::field(const char* name) const
+{
+    return m_screen[QLatin1String(name)];
+}
+
+bool CustomTicket::ticked(const char* name) const
+{
+    return field(name).value() == CheckState::Checked;
+}
+
+SessionPreferences CustomTicket::settings() const
+{
+    return m_screen.session().settings();
+}
+
+// Shows a refusal with the exclamation icon; false, so that the caller ends.
+bool CustomTicket::warn(const QString& message) const
+{
+    m_screen.platform().messageBox(message, MsgStyle::Warning);
+    return false;
+}
+
+void CustomTicket::run()
+{
+    const bool go
+        = checkUsername() && checkPassword() && checkTime() && checkCost() && askForQuota() && confirm() && askPrint();
+    if (go && addGroup() && addTicket() && completeGroup())
+        finish();
+    // Whatever ended the operation, its record sets do not outlive it.
+    m_ticket.Close();
+    m_groupRow.Close();
+}
+
+// ---- validation and questions -----------------------------------------------------------------
+
+bool CustomTicket::checkUsername()
+{
+    const QString typed = field("txtCustomUsername").text();
+    const bool vip = ticked("chkCustomVIP");
+    if (const std::optional<QString> problem = usernameProblem(typed, TicketPath::Custom, vip))
+        return warn(*problem);
+    m_username = typedUsername(settings(), typed, vip);
+    switch (lookUpUsername(m_ticket, m_screen.session().connection(), m_username)) {
+    case NameLookup::Free:
+        return true; // the record set stays open: the ticket is added on it
+    case NameLookup::Taken:
+        return warn(existingNameMessage(TicketPath::Custom));
+    case NameLookup::Failed:
+        break;
+    }
+    return false;
+}
+
+bool CustomTicket::checkPassword()
+{
+    if (const std::optional<QString> problem = passwordProblem(field("txtCustomPassword").text(), TicketPath::Custom))
+        return warn(*problem);
+    return true;
+}
+
+bool CustomTicket::checkTime()
+{
+    m_minutes = legacy::Val(field("cboCustomMinutes").text()) + legacy::Val(field("cboCustomHours").text()) * 60;
+    if (m_minutes == 0)
+        return warn(QStringLiteral("Time is Zero!"));
+    if (m_minutes < 1 || m_minutes > MaxMinutes)
+        return warn(QStringLiteral("Time Value small or large or invalid!"));
+    return true;
+}
+
+bool CustomTicket::checkCost()
+{
+    m_cost = legacy::Val(field("cboCustomCost").text());
+    if (m_cost < 0 || m_cost > MaxCost)
+        return warn(QStringLiteral("Cost Value small or large or invalid!"));
+    return true;
+}
+
+bool CustomTicket::askForQuota()
+{
+    m_quotas = quotasOn(settings());
+    if (!m_quotas)
+        return true;
+    const std::optional<qint32> quota = askQuota(m_screen.platform(), TicketPath::Custom);
+    if (!quota)
+        return false;
+    m_quota = *quota;
+    return true;
+}
+
+bool CustomTicket::confirm()
+{
+    const SessionPreferences prefs = settings();
+    const QString expiry = expiryConfirmationText(prefs,
+        expiryKind(field("cboCustomExpiry").listIndex()),
+        field("txtCustomDays").text(),
+        m_screen.platform().today());
+    const QString question = QStringLiteral("You have choosen to Generate a ticket of ") + legacy::CStr(m_minutes)
+        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + legacy::CStr(m_cost)
+        + QStringLiteral(" with Expiration Date of ") + expiry
+        + (ticked("chkCustomTimePeriod") ? QStringLiteral(" and for Time Ticket") : QString())
+        + (ticked("chkCustomOnce") ? QStringLiteral(" to be used Once") : QString())
+        + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
+    // Unlike a batch, Yes is the default here.
+    return m_screen.platform().messageBox(question, MsgStyle::YesNoQuestion) == MsgResult::Yes;
+}
+
+bool CustomTicket::askPrint()
+{
+    const PrintAnswer answer = askPrintQuestion(m_screen, PrintCreator::Custom);
+    m_printAfter = answer == PrintAnswer::Print;
+    return answer != PrintAnswer::Cancel;
+}
+
+// ---- making the ticket ------------------------------------------------------------------------
+
+bool CustomTicket::addGroup()
+{
+    m_screen.resetTicketGrid();
+    const QDateTime now = m_screen.platform().now();
+    m_group = ticketGroupNumber(now);
+    // A custom group holds one ticket; Amount is the cost as a number, not the field's text.
+    const TicketGroupValues values {m_group, 1, m_minutes, m_cost, m_cost, m_screen.session().byWhom()};
+    return openTicketGroup(m_groupRow, m_screen.session().connection(), m_group) && m_groupRow.AddNew()
+        && writeGroupStart(m_groupRow, values, now) && m_groupRow.Update();
+}
+
+bool CustomTicket::addTicket()
+{
+    TicketValues ticket;
+    ticket.TicketGrp = m_group;
+    ticket.TicketNo = CustomTicketNo;
+    ticket.Username = m_username;
+    ticket.Password = typedPassword(field("txtCustomPassword").text());
+    ticket.seconds = m_minutes * 60;
+    ticket.ByWhom = m_screen.session().byWhom();
+    ticket.created = m_screen.platform().today();
+    ticket.expiry = expiryColumns(expiryKind(field("cboCustomExpiry").listIndex()),
+        legacy::Val(field("txtCustomDays").text()),
+        ticket.created,
+        TicketPath::Custom);
+    ticket.Amount = ticketAmount(settings(), legacy::CStr(m_cost));
+    ticket.StartTime = field("dtCustomStart").dateTime();
+    ticket.EndTime = field("dtCustomEnd").dateTime();
+    ticket.Quota = m_quotas ? m_quota : 0;
+    ticket.Night = field("chkCustomTimePeriod").value() == 1;
+    ticket.Once = field("chkCustomOnce").value() == 1;
+    if (!m_ticket.AddNew() || !writeTicketRow(m_ticket, ticket) || !m_ticket.Update())
+        return false;
+
+    if (!ticked("chkNoList")) {
+        GridData& grid = m_screen[QStringLiteral("PrintList")].grid();
+        grid.addItem(ticketRowLine(QStringLiteral("1"), ticketRowFields(ticket), ticked("Check4")));
+    }
+    return true;
+}
+
+bool CustomTicket::completeGroup()
+{
+    if (!writeGroupCompletion(m_groupRow, GroupKind::Custom, 1, m_screen.platform().now()) || !m_groupRow.Update())
+        return false;
+    field("chkCustomTimePeriod").setValue(CheckState::Unchecked);
+    m_ticket.Close();
+    m_groupRow.Close();
+    return true;
+}
+
+void CustomTicket::finish()
+{
+    Platform& platform = m_screen.platform();
+    if (!m_printAfter) {
+        platform.messageBox(QStringLiteral("Ticket Created Successfully!"), MsgStyle::Info);
+        platform.yield();
+        m_screen.EndProgress();
+        platform.yield();
+        platform.sleep(500);
+    }
+    platform.sleep(500);
+    field("chkCustomVIP").setValue(CheckState::Unchecked);
+    field("chkCustomTimePeriod").setValue(CheckState::Unchecked);
+    field("txtCustomUsername").setText(QString());
+    field("txtCustomPassword").setText(QString());
+    platform.yield();
+    if (m_printAfter)
+        BuildPrintPreview(
+            m_screen, Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
+}
+
+} // namespace marlet

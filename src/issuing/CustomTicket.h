@@ -1,0 +1,60 @@
+#pragma once
+
+#include "store/Recordset.h"
+
+#include <QString>
+
+namespace marlet {
+
+class Control;
+class GenAcc;
+class SessionPreferences;
+
+// "Create a Customized New Ticket": one ticket whose name and password the operator typed, alone in
+// a group of its own. It validates the Custom tab, asks for a quota, a confirmation and the print
+// preview, then writes the TicketInfo row and the Account row. It leaves no SysUsage, Activated or
+// Register row and is never refused for a full store.
+//
+// Unlike a batch it ends at the first step that fails at run time: it closes its record sets and
+// ends without a word, and rows already written stay.
+class CustomTicket
+{
+public:
+    explicit CustomTicket(GenAcc& screen);
+
+    void run();
+
+private:
+    // Validation and questions; false when the operation ends.
+    bool checkUsername();
+    bool checkPassword();
+    bool checkTime();
+    bool checkCost();
+    bool askForQuota();
+    bool confirm();
+    bool askPrint();
+
+    // Making the ticket; false at the first step that fails.
+    bool addGroup();
+    bool addTicket();
+    bool completeGroup();
+    void finish();
+
+    bool warn(const QString& message) const;
+    Control& field(const char* name) const;
+    bool ticked(const char* name) const;
+    SessionPreferences settings() const;
+
+    GenAcc& m_screen;
+    QString m_username; // as stored: upper case, with the VIP prefix
+    double m_minutes = 0;
+    double m_cost = 0;
+    bool m_quotas = false;
+    qint32 m_quota = 0;
+    bool m_printAfter = false;
+    QString m_group;
+    Recordset m_ticket; // the name lookup, on which the new ticket is added
+    Recordset m_groupRow;
+};
+
+} // namespace marlet

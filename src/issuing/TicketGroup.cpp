@@ -1,0 +1,42 @@
+#include "issuing/TicketGroup.h"
+
+#include "platform/LegacyFormat.h"
+#include "store/Recordset.h"
+
+namespace marlet {
+
+QString groupTimeStamp(const QString& what, const QDateTime& now)
+{
+    return what + legacy::Format(now, QStringLiteral("HH:mm")) + QStringLiteral(", ")
+        + legacy::Format(now, QStringLiteral("dd/mm/yy"));
+}
+
+bool openTicketGroup(Recordset& row, Connection& connection, const QString& group)
+{
+    // Two blanks before "=", as the statement has always been written.
+    return row.Open(Statement(QStringLiteral("Select * from TicketInfo where TicketGrp  = '{}'"), {group}),
+        connection,
+        CursorType::Static,
+        LockType::Optimistic);
+}
+
+bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDateTime& now)
+{
+    bool ok = row.setValue(QStringLiteral("TicketGrp"), values.TicketGrp);
+    ok = row.setValue(QStringLiteral("Number"), values.Number) && ok;
+    ok = row.setValue(QStringLiteral("Time"), values.minutes) && ok;
+    ok = row.setValue(QStringLiteral("Amount"), values.Amount) && ok;
+    ok = row.setValue(QStringLiteral("TotalCost"), values.TotalCost) && ok;
+    ok = row.setValue(QStringLiteral("GeneratedBy"), values.GeneratedBy) && ok;
+    return row.setValue(QStringLiteral("TimeGenerated"), groupTimeStamp(QStringLiteral("Started at "), now)) && ok;
+}
+
+bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now)
+{
+    const QString tag = kind == GroupKind::Random ? QStringLiteral(" [RANDOM]") : QStringLiteral(" [CUSTOM]");
+    const bool stamped = row.setValue(
+        QStringLiteral("TimeGenerated"), QString(groupTimeStamp(QStringLiteral("Completed at "), now) + tag));
+    return row.setValue(QStringLiteral("Number"), number) && stamped;
+}
+
+} // namespace marlet

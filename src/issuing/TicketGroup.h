@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QVariant>
+
+namespace marlet {
+
+class Connection;
+class Recordset;
+
+// A leading word and the moment as "HH:mm, dd/mm/yy": the form of TicketInfo.TimeGenerated.
+QString groupTimeStamp(const QString& what, const QDateTime& now);
+
+// Opens "Select * from TicketInfo where TicketGrp  = '<group>'" for changes, the record set on
+// which an issuing path adds its group row and later completes it. False when it cannot be opened.
+bool openTicketGroup(Recordset& row, Connection& connection, const QString& group);
+
+// The values of a new TicketInfo row. Number and Amount keep the type each path writes them in: a
+// batch gives the cost field's text, a custom ticket the cost as a number.
+struct TicketGroupValues
+{
+    QString TicketGrp;
+    QVariant Number;
+    double minutes = 0; // Time: the credit of each ticket
+    QVariant Amount;
+    double TotalCost = 0;
+    QString GeneratedBy;
+};
+
+// Writes a starting group row, TimeGenerated "Started at " and the stamp, into a record set that
+// stands on a row begun with AddNew; the caller then calls Update. Every column is tried; false
+// when one of them could not be set.
+bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDateTime& now);
+
+// How a group came into being, as the completed TimeGenerated names it.
+enum class GroupKind { Random, Custom };
+
+// Marks the group row as completed: TimeGenerated "Completed at ", the stamp and " [RANDOM]" or
+// " [CUSTOM]", and Number as the path counts it. The caller then calls Update. False when a column
+// could not be set.
+bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now);
+
+} // namespace marlet

@@ -1,0 +1,319 @@
+#include "printing/PrintStaging.h"
+
+#include "issuing/GenAcc.h"
+#include "platform/LegacyFormat.h"
+#include "platform/Platform.h"
+#include "printing/TicketDocuments.h"
+#include "shell/General.h"
+#include "store/Connection.h"
+#include "store/PreferenceKeys.h"
+#include "store/Recordset.h"
+#include "store/Schema.h"
+
+#include <array>
+#include <memory>
+
+namespace marlet {
+
+namespace {
+
+const QString PreviewFailed = QStringLiteral("Print Generation Error!, Print Preview Aborted!");
+const QString NoTicket = QStringLiteral("There was no Ticket to Print!");
+const QString ReportComponent = QStringLiteral("Vellum.Sheets");
+constexpr int ExportPrintType = 4;
+
+// The scratch table of a print type and the report operation that previews it.
+struct ScratchTable
+{
+    QString name;
+    int perRow = 0; // tickets to a row
+    QString operation;
+
+    // The two-up table addresses both of its slots by name, the others only their first.
+    bool slotByName(int slot) const { return slot == 0 || perRow == 2; }
+};
+
+// Print types 1 and 2; any other value but the export type prints large.
+ScratchTable scratchTable(int printType)
+{
+    if (printType == 1)
+        return {QStringLiteral("Row6PrintTemp"), 6, QStringLiteral("Generated6Preview")};
+    if (printType == 2)
+        return {QStringLiteral("Row3PrintTemp"), 3, QStringLiteral("Generated3Preview")};
+    return {QStringLiteral("RowPrintTemp"), 2, QStringLiteral("Generated2Preview")};
+}
+
+// Offsets of a ticket's nine columns in its slot.
+enum SlotField { GroupNumber, Username, Password, Time, Amount, Expire, Nightinfo, Quota, Days };
+// The first slot of a row is written in this order, the others in the order of their columns.
+constexpr std::array<int, PrintSlotColumns> FirstSlotOrder {
+    GroupNumber, Username, Password, Amount, Expire, Time, Nightinfo, Quota, Days};
+constexpr std::array<int, PrintSlotColumns> SlotOrder {
+    GroupNumber, Username, Password, Time, Amount, Expire, Nightinfo, Quota, Days};
+
+class PrintStaging
+{
+public:
+    explicit PrintStaging(GenAcc& screen)
+        : m_screen(screen)
+        , m_platform(screen.platform())
+        , m_session(screen.session())
+    {
+    }
+
+    void run(const Statement& query);
+
+private:
+    bool openTickets(const Statement& query);
+    void reportNoTicket();
+    void startProgress();
+    bool exportPage();
+    bool pack(const ScratchTable& table);
+    bool fillSlot(const ScratchTable& table, int slot, const std::array<int, PrintSlotColumns>& order);
+    bool fillEmptySlot(const ScratchTable& table, int slot);
+    bool put(const ScratchTable& table, int slot, int field, const QVariant& value);
+    QString timeRule(bool night, bool once, const QVariant& start, const QVariant& end) const;
+    void advanceBar(const ScratchTable& table);
+    bool preview(const ScratchTable& table);
+    void closeAll();
+    void finish();
+    void fail();
+
+    GenAcc& m_screen;
+    Platform& m_platform;
+    General& m_session;
+    Recordset m_tickets;
+    Recordset m_rows;
+    std::unique_ptr<NamedComponent> m_sheets;
+};
+
+void PrintStaging::run(const Statement& query)
+{
+    if (query.pattern().isEmpty())
+        return;
+    // The tickets were written moments ago through other result sets of this connection. Our stores
+    // show a written row at once, so one turn of the screen's events is all the wait needed here.
+    m_platform.yield();
+    if (!openTickets(query))
+        return fail();
+    if (m_tickets.RecordCount() <= 0)
+        return reportNoTicket();
+    startProgress();
+    if (!m_tickets.MoveFirst())
+        return fail();
+    const int printType = int(m_session.settings().number(keys::PrintType.underTitle()));
+    if (printType == ExportPrintType) {
+        if (!exportPage())
+            fail();
+        return;
+    }
+    const ScratchTable table = scratchTable(printType);
+    if (!pack(table))
+        return fail();
+    m_screen.EndProgress();
+    // The rows are in the store as soon as they are saved: a turn of events before and after the
+    // panel closes is enough for the report component to read them.
+    m_platform.yield();
+    m_platform.yield();
+    if (m_screen.StopRequested)
+        m_screen.StopRequested = false;
+    else if (!preview(table))
+        return fail();
+    finish();
+}
+
+bool PrintStaging::openTickets(const Statement& query)
+{
+    if (!m_tickets.Open(query, m_session.connection()))
+        return false;
+    if (m_tickets.RecordCount() != 0)
+        return true;
+    // One more look, in case the rows had not reached the store yet. Moving to the first row of an
+    // empty result is an error of the store, so a batch that is still empty ends in the handler.
+    return m_tickets.Requery() && m_tickets.RecordCount() != 0 && m_tickets.MoveFirst();
+}
+
+// Left for a result set that gives no count of its rows.
+void PrintStaging::reportNoTicket()
+{
+    m_platform.messageBox(NoTicket, MsgStyle::Warning);
+    m_screen.EndProgress();
+    m_platform.yield();
+    m_platform.sleep(1000);
+}
+
+void PrintStaging::startProgress()
+{
+    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    bar.setValue(0);
+    m_screen.StartProgress();
+    m_platform.yield();
+    bar.setValue(bar.maximum());
+    m_platform.yield();
+    m_platform.sleep(100);
+    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Generating Preview "));
+    m_screen.ProgressAdjust();
+}
+
+bool PrintStaging::exportPage()
+{
+    if (!TicketDocuments(m_screen).WriteMediumTickets(m_tickets))
+        return false;
+    m_tickets.Close();
+    m_screen.EndProgress();
+    return true;
+}
+
+bool PrintStaging::pack(const ScratchTable& table)
+{
+    Connection& connection = m_session.connection();
+    if (!connection.Execute(Statement(QStringLiteral("Delete * from ") + table.name))
+        || !m_rows.Open(Statement(QStringLiteral("Select * from ") + table.name),
+            connection,
+            CursorType::Static,
+            LockType::Optimistic))
+        return false;
+
+    const long count = m_tickets.RecordCount();
+    long rows = count / table.perRow;
+    if (count - table.perRow * rows != 0)
+        ++rows;
+    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    bar.setMaximum(int(rows));
+    if (table.perRow == 2)
+        bar.setValue(0);
+
+    const int lastRow = bar.maximum();
+    for (int row = 1; row <= lastRow; ++row) {
+        if (!m_rows.AddNew() || !fillSlot(table, 0, FirstSlotOrder))
+            return false;
+        for (int slot = 1; slot < table.perRow; ++slot) {
+            if (!m_tickets.Eof() && !m_tickets.MoveNext())
+                return false;
+            const bool filled = m_tickets.Eof() ? fillEmptySlot(table, slot) : fillSlot(table, slot, SlotOrder);
+            if (!filled)
+                return false;
+        }
+        if (!m_rows.Update() || (!m_tickets.Eof() && !m_tickets.MoveNext()))
+            return false;
+        advanceBar(table);
+        if (m_screen.StopRequested) {
+            m_screen.EndProgress();
+            break;
+        }
+        m_platform.yield();
+    }
+    return true;
+}
+
+bool PrintStaging::fillSlot(const ScratchTable& table, int slot, const std::array<int, PrintSlotColumns>& order)
+{
+    FieldReader field(m_tickets);
+    QVariant values[PrintSlotColumns];
+    values[GroupNumber] = QString(field("TicketGrp").toString() + u'-' + field("TicketNo").toString());
+    values[Username] = field("Username");
+    values[Password] = field("Password");
+    values[Time] = field("Time");
+    values[Amount] = field("Amount");
+    values[Expire] = field("Expire");
+    const QVariant night = field("Night");
+    const QVariant once = field("Once");
+    const QVariant start = field("StartTime");
+    const QVariant end = field("EndTime");
+    values[Nightinfo] = timeRule(night.toBool(), once.toBool(), start, end);
+    values[Quota] = field("Quota");
+    values[Days] = field("Days");
+    if (!field.ok())
+        return false;
+    for (const int offset : order) {
+        if (!put(table, slot, offset, values[offset]))
+            return false;
+    }
+    return true;
+}
+
+// The report layouts rely on these values of a slot without a ticket: a blank, not an empty text,
+// and a date.
+bool PrintStaging::fillEmptySlot(const ScratchTable& table, int slot)
+{
+    const QString blank = QStringLiteral(" ");
+    const QVariant values[PrintSlotColumns] = {blank, blank, blank, 0, blank, m_platform.today(), blank, 0, 0};
+    for (const int offset : SlotOrder) {
+        if (!put(table, slot, offset, values[offset]))
+            return false;
+    }
+    return true;
+}
+
+bool PrintStaging::put(const ScratchTable& table, int slot, int field, const QVariant& value)
+{
+    if (table.slotByName(slot))
+        return m_rows.setValue(printSlotColumn(slot + 1, field).name, value);
+    return m_rows.setValue(PrintSlotColumns * slot + field, value);
+}
+
+// When a ticket may be used, as the printed ticket says it.
+QString PrintStaging::timeRule(bool night, bool once, const QVariant& start, const QVariant& end) const
+{
+    if (!night)
+        return QStringLiteral("Any Time");
+    if (once)
+        return QStringLiteral("Time-Once");
+    const QString format = QStringLiteral("HH:mm");
+    const SessionPreferences settings = m_session.settings();
+    if (settings.number(keys::UseGTime) == 0)
+        return legacy::Format(start, format) + u'-' + legacy::Format(end, format);
+    return legacy::Format(settings.text(keys::BeginTime), format) + u'-'
+        + legacy::Format(settings.text(keys::EndTime), format);
+}
+
+void PrintStaging::advanceBar(const ScratchTable& table)
+{
+    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    if (table.perRow == 2 || bar.value() < bar.maximum())
+        bar.setValue(bar.value() + 1);
+}
+
+bool PrintStaging::preview(const ScratchTable& table)
+{
+    m_sheets = m_platform.createComponent(ReportComponent);
+    // The component takes the shared connection by reference and may leave it reopened elsewhere;
+    // the session goes on with the connection as the component left it.
+    return m_sheets
+        && m_sheets->callWithConnection(
+            table.operation, m_session.connection(), {QString(QStringLiteral("Select * From ") + table.name)});
+}
+
+void PrintStaging::closeAll()
+{
+    m_tickets.Close();
+    m_rows.Close();
+    m_sheets.reset();
+}
+
+void PrintStaging::finish()
+{
+    closeAll();
+    m_screen.EndProgress();
+}
+
+// The handler of every failing step: it carries on past further failures. The scratch table keeps
+// whatever it held when the step failed.
+void PrintStaging::fail()
+{
+    m_platform.yield();
+    m_platform.sleep(500);
+    m_platform.yield();
+    m_screen.EndProgress();
+    m_platform.messageBox(PreviewFailed, MsgStyle::Critical);
+    closeAll();
+}
+
+} // namespace
+
+void BuildPrintPreview(GenAcc& screen, const Statement& query)
+{
+    PrintStaging(screen).run(query);
+}
+
+} // namespace marlet
