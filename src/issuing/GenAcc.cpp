@@ -7,6 +7,7 @@
 #include "platform/GridData.h"
 #include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
+#include "printing/SheetSettings.h"
 #include "shell/General.h"
 #include "shell/Screens.h"
 #include "store/Recordset.h"
@@ -624,19 +625,8 @@ void GenAcc::showHelp()
 
 void GenAcc::savePrefix()
 {
-    const QString prefix = (*this)[id("txtPrefix")].text().toUpper();
-    m_session.settings().save(keys::STR, prefix);
-    Recordset options;
-    if (!options.Open(Statement(QStringLiteral("Select TicketIniName from Options")),
-                      m_session.connection(),
-                      CursorType::Static,
-                      LockType::Optimistic))
-        return;
-    if (options.RecordCount() == 0)
-        options.AddNew();
-    // A prefix longer than three characters is stored as "NVT"; a shorter one as it is.
-    options.setValue(QStringLiteral("TicketIniName"), prefix.size() > 3 ? QStringLiteral("NVT") : prefix);
-    options.Update();
+    SessionPreferences settings = m_session.settings();
+    saveTicketPrefix(settings, m_session.connection(), (*this)[id("txtPrefix")].text().toUpper());
 }
 
 void GenAcc::saveNightTime(bool start)

@@ -1,5 +1,7 @@
 #include "printing/PrintStaging.h"
 
+#include "printing/TicketSheet.h"
+
 #include "issuing/GenAcc.h"
 #include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
@@ -72,7 +74,6 @@ private:
     bool fillSlot(const ScratchTable& table, int slot, const std::array<int, PrintSlotColumns>& order);
     bool fillEmptySlot(const ScratchTable& table, int slot);
     bool put(const ScratchTable& table, int slot, int field, const QVariant& value);
-    QString timeRule(bool night, bool once, const QVariant& start, const QVariant& end) const;
     void advanceBar(const ScratchTable& table);
     bool preview(const ScratchTable& table);
     void closeAll();
@@ -220,7 +221,7 @@ bool PrintStaging::fillSlot(const ScratchTable& table, int slot, const std::arra
     const QVariant once = field("Once");
     const QVariant start = field("StartTime");
     const QVariant end = field("EndTime");
-    values[Nightinfo] = timeRule(night.toBool(), once.toBool(), start, end);
+    values[Nightinfo] = ticketTimeRule(night.toBool(), once.toBool(), start, end, m_session.settings());
     values[Quota] = field("Quota");
     values[Days] = field("Days");
     if (!field.ok())
@@ -250,21 +251,6 @@ bool PrintStaging::put(const ScratchTable& table, int slot, int field, const QVa
     if (table.slotByName(slot))
         return m_rows.setValue(printSlotColumn(slot + 1, field).name, value);
     return m_rows.setValue(PrintSlotColumns * slot + field, value);
-}
-
-// When a ticket may be used, as the printed ticket says it.
-QString PrintStaging::timeRule(bool night, bool once, const QVariant& start, const QVariant& end) const
-{
-    if (!night)
-        return QStringLiteral("Any Time");
-    if (once)
-        return QStringLiteral("Time-Once");
-    const QString format = QStringLiteral("HH:mm");
-    const SessionPreferences settings = m_session.settings();
-    if (settings.number(keys::UseGTime) == 0)
-        return legacy::Format(start, format) + u'-' + legacy::Format(end, format);
-    return legacy::Format(settings.text(keys::BeginTime), format) + u'-'
-        + legacy::Format(settings.text(keys::EndTime), format);
 }
 
 void PrintStaging::advanceBar(const ScratchTable& table)

@@ -28,23 +28,6 @@ bool failed(QString* error, const QString& reason)
     return false;
 }
 
-// The prefix goes to this machine's preferences and to Options for the other programs of the
-// system; Options keeps at most three letters and takes the product's own prefix for a longer one.
-bool savePrefix(SessionPreferences& settings, Connection& connection, const QString& prefix, QString* error)
-{
-    settings.save(keys::STR, prefix);
-    Recordset options;
-    if (!options.Open(Statement(QStringLiteral("Select TicketIniName from Options")),
-            connection,
-            CursorType::Static,
-            LockType::Optimistic))
-        return failed(error, options.lastError());
-    if (options.RecordCount() == 0)
-        options.AddNew();
-    options.setValue(QStringLiteral("TicketIniName"), prefix.size() > 3 ? QStringLiteral("NVT") : prefix);
-    return options.Update() || failed(error, options.lastError());
-}
-
 bool saveQuickTickets(Connection& connection, const QStringList& entries, QString* error)
 {
     if (!connection.Execute(Statement(QStringLiteral("Delete * from QuickT"))))
@@ -61,6 +44,23 @@ bool saveQuickTickets(Connection& connection, const QStringList& entries, QStrin
 }
 
 } // namespace
+
+// The prefix goes to this machine's preferences and to Options for the other programs of the
+// system; Options keeps at most three letters and takes the product's own prefix for a longer one.
+bool saveTicketPrefix(SessionPreferences& settings, Connection& connection, const QString& prefix, QString* error)
+{
+    settings.save(keys::STR, prefix);
+    Recordset options;
+    if (!options.Open(Statement(QStringLiteral("Select TicketIniName from Options")),
+            connection,
+            CursorType::Static,
+            LockType::Optimistic))
+        return failed(error, options.lastError());
+    if (options.RecordCount() == 0)
+        options.AddNew();
+    options.setValue(QStringLiteral("TicketIniName"), prefix.size() > 3 ? QStringLiteral("NVT") : prefix);
+    return options.Update() || failed(error, options.lastError());
+}
 
 QString quickTicketEntry(const QuickTicketDefinition& definition, const QString& currency)
 {
@@ -104,7 +104,7 @@ bool SheetSettings::save(Preferences& preferences, Connection& connection, QStri
     SessionPreferences settings = productSettings(preferences);
     settings.save(keys::PrintType, QString::number(printType));
     settings.save(keys::QuickTicket, quickTicket ? QStringLiteral("1") : QStringLiteral("0"));
-    return savePrefix(settings, connection, prefix.toUpper(), error)
+    return saveTicketPrefix(settings, connection, prefix.toUpper(), error)
         && saveQuickTickets(connection, quickTickets, error);
 }
 

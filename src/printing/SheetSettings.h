@@ -7,6 +7,12 @@ namespace marlet {
 
 class Connection;
 class Preferences;
+class SessionPreferences;
+
+// Saves the ticket prefix: STR in this machine's preferences, and Options.TicketIniName for the
+// other programs of the system, which keeps at most three letters and takes "NVT" for a longer
+// prefix. False when the table could not be written, with the reason in *error.
+bool saveTicketPrefix(SessionPreferences& settings, Connection& connection, const QString& prefix, QString* error = nullptr);
 
 // A quick-ticket type as the operator describes it: the minutes and the cost as typed, the kind
 // of ticket and whether it goes to reserved (VIP) computers.
