@@ -11,7 +11,21 @@ namespace marlet {
 
 UniformSource systemUniformSource()
 {
-    return [] { return QRandomGenerator::system()->generateDouble(); };
+    // A call to the secure generator can cost more than the rest of a ticket's making (the
+    // processor's own generator is slow in a virtual machine), and a draw needs far fewer than its
+    // 64 bits. So each call feeds eight draws of one byte k, giving k / 256: uniform from 0 up to
+    // but not including 1, and times 255 with the fraction dropped it hits each code from 1 to 254
+    // exactly once, so every alphabet stays even.
+    return [bits = quint64(0), left = 0]() mutable {
+        if (left == 0) {
+            bits = QRandomGenerator::system()->generate64();
+            left = 8;
+        }
+        const double u = double(bits & 0xff) / 256.0;
+        bits >>= 8;
+        --left;
+        return u;
+    };
 }
 
 TicketAlphabet ticketAlphabet(const QString& passGenType)

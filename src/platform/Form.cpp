@@ -70,9 +70,13 @@ Control& Form::addLabelled(ControlKind kind, const QString& name, const QString&
 
 Control* Form::control(const QString& name, int index) const
 {
+    if (Control* found = m_found.value({name, index}))
+        return found;
     for (const auto& c : m_controls) {
-        if (c->index() == index && c->name().compare(name, Qt::CaseInsensitive) == 0)
+        if (c->index() == index && c->name().compare(name, Qt::CaseInsensitive) == 0) {
+            m_found.insert({name, index}, c.get());
             return c.get();
+        }
     }
     return nullptr;
 }
@@ -153,6 +157,7 @@ void Form::load()
     if (m_loaded)
         return;
     m_focused = nullptr;
+    m_found.clear();
     m_controls.clear();
     onLoad = nullptr;
     onActivate = nullptr;

@@ -2,11 +2,13 @@
 
 #include "platform/Control.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace marlet {
@@ -96,6 +98,10 @@ private:
     int m_width = 0;
     int m_height = 0;
     std::vector<std::unique_ptr<Control>> m_controls;
+    // Controls found by name and index, by the spelling asked for: long operations ask for the same
+    // few controls once a row, and a search without regard to case through every control of a
+    // large screen costs more than the row's own work. Emptied when the controls are built anew.
+    mutable QHash<std::pair<QString, int>, Control*> m_found;
     Control* m_focused = nullptr;
     bool m_loaded = false;
 };

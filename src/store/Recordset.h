@@ -48,7 +48,8 @@ public:
     void Close();
     int State() const { return m_open ? 1 : 0; }
     // The RecordCount that Open would give the select, counted by the store without handing the rows
-    // over: for a rule that needs the count alone of a large result. -1 where Open would fail.
+    // over: for a rule that needs the count alone of a large result. -1 where Open would fail, and
+    // for a statement that is no select, which is not run.
     static long countRows(const Statement& source, Connection& connection);
     bool Requery();
 

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 using namespace marlet;
 
 namespace {
@@ -428,6 +430,20 @@ private slots:
         QCOMPARE(c("Text1").text(), QString());
         QCOMPARE(m_form->focused(), nullptr);
         QCOMPARE(m_form->log.last(), QStringLiteral("Form Load"));
+    }
+
+    void testAControlAskedForBeforeALoadIsTheNewOneAfterIt()
+    {
+        Control& before = c("Text1");
+        QCOMPARE(&c("TEXT1"), &before);
+        QVERIFY(m_form->unload());
+        m_form->load();
+        Control& after = c("Text1");
+        const auto& controls = m_form->controls();
+        QVERIFY(std::any_of(controls.begin(), controls.end(), [&after](const auto& owned) {
+            return owned.get() == &after;
+        }));
+        QCOMPARE(&c("TEXT1"), &after);
     }
 
     void testControlsAreFoundByNameIndexOrLabel_data()

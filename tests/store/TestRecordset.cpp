@@ -104,6 +104,8 @@ private slots:
     void testQuoteInAValueFailsAsASyntaxError();
     void testOpenNeedsAnOpenConnectionAndAClosedResultSet();
     void testCountAndExpressionColumns();
+    void testCountingRowsGivesTheRecordCountWithoutTheRows();
+    void testReopeningOnOtherFieldsForgetsTheNamesLearnt();
 
 private:
     std::unique_ptr<test::StoreTestDatabase> m_store;
@@ -594,6 +596,45 @@ void TestRecordset::testCountAndExpressionColumns()
         qPrintable(rs.lastError()));
     QCOMPARE(rs.value(0), QVariant(qint64(2)));
     QVERIFY(!rs.setValue(0, 5));
+}
+
+void TestRecordset::testCountingRowsGivesTheRecordCountWithoutTheRows()
+{
+    Connection& connection = m_store->connection();
+    for (const QString& name : {u"NVT0000001"_s, u"NVT0000002"_s, u"NVT0000003"_s})
+        QVERIFY(addTicket(connection, name, 3600));
+    QVERIFY(addTicket(connection, u"MEMBER1"_s, 3600, true));
+    const QString stock = u"Select * from Account where member=false"_s;
+    QCOMPARE(Recordset::countRows(stock, connection), 3L);
+    QCOMPARE(Recordset::countRows(stock, connection), countRows(connection, stock));
+    const QString byName = u"Select * from Account where Username = '{}'"_s;
+    QCOMPARE(Recordset::countRows(Statement(byName, {u"NVT0000002"_s}), connection), 1L);
+    QCOMPARE(Recordset::countRows(Statement(byName, {u"NOBODY"_s}), connection), 0L);
+    // Where Open fails, there is no count either.
+    QCOMPARE(Recordset::countRows(Statement(byName, {u"O'NEIL"_s}), connection), -1L);
+    QCOMPARE(Recordset::countRows(u"Select * from NoSuchTable"_s, connection), -1L);
+    // A statement that is no select is not run for a count.
+    QCOMPARE(Recordset::countRows(u"Delete * from Account where member=false"_s, connection), -1L);
+    QCOMPARE(countRows(connection, stock), 3L);
+    connection.Close();
+    QCOMPARE(Recordset::countRows(stock, connection), -1L);
+}
+
+void TestRecordset::testReopeningOnOtherFieldsForgetsTheNamesLearnt()
+{
+    Connection& connection = m_store->connection();
+    QVERIFY(addTicket(connection, u"NVT0000001"_s, 3600));
+    Recordset rs;
+    QVERIFY(rs.Open(u"select * from Account"_s, connection));
+    QCOMPARE(rs.fieldIndex(u"Password"_s), 3);
+    rs.Close();
+    QCOMPARE(rs.fieldIndex(u"Password"_s), -1);
+    QVERIFY(rs.Open(u"select * from Account"_s, connection));
+    QCOMPARE(rs.fieldIndex(u"Password"_s), 3);
+    rs.Close();
+    QVERIFY(rs.Open(u"select Username, Password from Account"_s, connection));
+    QCOMPARE(rs.fieldIndex(u"Password"_s), 1);
+    QCOMPARE(rs.value(u"Password"_s), QVariant(u"12345"_s));
 }
 
 QTEST_GUILESS_MAIN(TestRecordset)
