@@ -36,11 +36,13 @@ struct Surface
     std::unique_ptr<Platform> platform;
 };
 
+#ifdef MARLET_WITH_DESKTOP
 bool displayPresent()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
            || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
+#endif
 
 Surface makeSurface(int& argc, char** argv, bool headless, QTextStream& out)
 {

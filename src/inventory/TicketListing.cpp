@@ -1,9 +1,11 @@
 #include "inventory/TicketListing.h"
 
+#include "inventory/TicketDeletion.h"
 #include "issuing/GenAcc.h"
 #include "issuing/GenAccControls.h"
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
+#include "platform/KeyRules.h"
 #include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
@@ -31,27 +33,16 @@ QString optionName(int option)
     return QStringLiteral("Option") + QString::number(option);
 }
 
-// Keys the two entry boxes let through: digits, the full stop and Backspace.
-bool entryKeyAllowed(int keyCode)
-{
-    return (keyCode >= '0' && keyCode <= '9') || (keyCode >= 96 && keyCode <= 105) || keyCode == 190
-           || keyCode == 110 || keyCode == Key::Backspace;
-}
-
-// Any other key makes the box read-only until it is released, so that it has no effect.
+// The two entry boxes take digits, the full stop and Backspace; any other key has no effect.
 void filterEntryKeys(Control& box)
 {
-    box.onKeyDown = [&box](int& keyCode, int) {
-        if (!entryKeyAllowed(keyCode))
-            box.setLocked(true);
-    };
-    box.onKeyUp = [&box](int&, int) { box.setLocked(false); };
-    box.onGotFocus = [&box] { box.selectAll(); };
+    keyrules::lockUntilReleased(box, keyrules::isNumericKey);
+    keyrules::selectAllOnFocus(box);
 }
 
 void addTextCommand(GenAcc& screen, Control& frame, const char* name, const QString& caption)
 {
-    Control& command = genacc::addIn(screen, frame, ControlKind::Label, QLatin1String(name), caption);
+    Control& command = screen.addToFrame(frame, ControlKind::Label, QLatin1String(name), caption);
     command.onMouseMove = [&screen, &command](int, int, int, int) {
         for (const char* other : {"m_search", "m_password", "m_del", "m_change", "m_recharge"})
             screen[QLatin1String(other)].setForeColor(Black);
@@ -76,18 +67,18 @@ TicketListing::TicketListing(GenAcc& screen)
 
 void TicketListing::build(GenAcc& screen, Control& frame)
 {
-    Control& selection = genacc::addIn(screen, frame, ControlKind::Frame, name("FSelection"), QStringLiteral("Selection"));
+    Control& selection = screen.addToFrame(frame, ControlKind::Frame, name("FSelection"), QStringLiteral("Selection"));
     const QString captions[OptionCount] = {QStringLiteral("&All"),
                                            QStringLiteral("Un&used"),
                                            QStringLiteral("U&sed"),
                                            QStringLiteral("By &Time"),
                                            QStringLiteral("By Ticket Group")};
     for (int option = 1; option <= OptionCount; ++option) {
-        Control& button = genacc::addIn(screen, selection, ControlKind::OptionButton, optionName(option),
+        Control& button = screen.addToFrame(selection, ControlKind::OptionButton, optionName(option),
                                         captions[option - 1]);
         button.onClick = [&screen, option] { TicketListing(screen).chooseOption(option); };
     }
-    Control& time = genacc::addIn(screen, selection, ControlKind::TextBox, name("Text1"), QStringLiteral("Minutes:"));
+    Control& time = screen.addToFrame(selection, ControlKind::TextBox, name("Text1"), QStringLiteral("Minutes:"));
     time.setMaxLength(4);
     filterEntryKeys(time);
     time.onKeyPress = [&screen](int& key) {
@@ -102,10 +93,10 @@ void TicketListing::build(GenAcc& screen, Control& frame)
             time.setText(QStringLiteral("5000"));
         }
     };
-    Control& group = genacc::addIn(screen, selection, ControlKind::TextBox, name("Text5"), QStringLiteral("Ticket Group:"));
+    Control& group = screen.addToFrame(selection, ControlKind::TextBox, name("Text5"), QStringLiteral("Ticket Group:"));
     group.setMaxLength(12);
     filterEntryKeys(group);
-    genacc::addIn(screen, selection, ControlKind::CommandButton, name("Command2"), QStringLiteral("&View Selection"))
+    screen.addToFrame(selection, ControlKind::CommandButton, name("Command2"), QStringLiteral("&View Selection"))
         .onClick = [&screen] { TicketListing(screen).viewSelection(); };
 
     Control& grid = screen[name("PrintList")];
@@ -116,6 +107,7 @@ void TicketListing::build(GenAcc& screen, Control& frame)
     menu.setVisible(false);
     addMenuItem(screen, menu, "m_searchs", QStringLiteral("&Search for Ticket..."));
     addMenuItem(screen, menu, "m_Dels", QStringLiteral("&Delete Ticket"));
+    screen[name("m_Dels")].onClick = [&screen] { TicketDeletion(screen).deleteGridTicket(); };
     addMenuItem(screen, menu, "m_Rec", QStringLiteral("&Recharge Ticket"));
     addMenuItem(screen, menu, "m_ChangePass", QStringLiteral("Change Ticket's &Password"));
     addMenuItem(screen, menu, "m_separator", QStringLiteral("-"));
@@ -124,6 +116,7 @@ void TicketListing::build(GenAcc& screen, Control& frame)
     addTextCommand(screen, frame, "m_search", QStringLiteral("Search for a Ticket by Username"));
     addTextCommand(screen, frame, "m_password", QStringLiteral("Search for a Ticket by Password"));
     addTextCommand(screen, frame, "m_del", QStringLiteral("Delete a Ticket by Username"));
+    screen[name("m_del")].onClick = [&screen] { TicketDeletion(screen).deleteByUsername(); };
     addTextCommand(screen, frame, "m_change", QStringLiteral("Change Password of a Ticket"));
     addTextCommand(screen, frame, "m_recharge", QStringLiteral("Recharge a Ticket"));
 }

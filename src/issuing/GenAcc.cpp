@@ -3,6 +3,7 @@
 #include "issuing/BatchGeneration.h"
 #include "issuing/CustomTicket.h"
 #include "issuing/GenAccControls.h"
+#include "inventory/TicketDeletion.h"
 #include "inventory/TicketListing.h"
 #include "platform/GridData.h"
 #include "platform/LegacyConvert.h"
@@ -14,7 +15,6 @@
 
 namespace marlet {
 
-using genacc::addIn;
 
 namespace {
 
@@ -124,13 +124,13 @@ void GenAcc::buildFrame()
 
 void GenAcc::buildNewTab(Control& frame)
 {
-    Control& manual = addIn(*this, frame, ControlKind::Frame, id("FManual"));
-    Control& number = addIn(*this, manual, ControlKind::ComboBox, id("cboNumber"), QStringLiteral("Number of Ticket(s):"));
-    Control& hours = addIn(*this, manual, ControlKind::ComboBox, id("cboHours"), QStringLiteral("Hours:"));
-    Control& minutes = addIn(*this, manual, ControlKind::ComboBox, id("cboMinutes"), QStringLiteral("Min(s):"));
-    addIn(*this, manual, ControlKind::Label, id("lblCost"));
-    addIn(*this, manual, ControlKind::Label, id("lblCurrency"));
-    Control& cost = addIn(*this, manual, ControlKind::ComboBox, id("cboCost"), QStringLiteral("Cost for each Ticket:"));
+    Control& manual = addToFrame(frame, ControlKind::Frame, id("FManual"));
+    Control& number = addToFrame(manual, ControlKind::ComboBox, id("cboNumber"), QStringLiteral("Number of Ticket(s):"));
+    Control& hours = addToFrame(manual, ControlKind::ComboBox, id("cboHours"), QStringLiteral("Hours:"));
+    Control& minutes = addToFrame(manual, ControlKind::ComboBox, id("cboMinutes"), QStringLiteral("Min(s):"));
+    addToFrame(manual, ControlKind::Label, id("lblCost"));
+    addToFrame(manual, ControlKind::Label, id("lblCurrency"));
+    Control& cost = addToFrame(manual, ControlKind::ComboBox, id("cboCost"), QStringLiteral("Cost for each Ticket:"));
     for (Control* field : {&number, &hours, &minutes, &cost}) {
         field->setEditable(true);
         genacc::filterNumericKeys(*field);
@@ -156,20 +156,20 @@ void GenAcc::buildNewTab(Control& frame)
     genacc::wireHoursCheck(*this, hours);
     genacc::wireCostList(*this, cost);
 
-    Control& quick = addIn(*this, frame, ControlKind::Frame, id("FQuick"), QStringLiteral("Quick-Ticket"));
+    Control& quick = addToFrame(frame, ControlKind::Frame, id("FQuick"), QStringLiteral("Quick-Ticket"));
     // Its text reads "None" before a type is picked, so it takes text beside its entries.
-    addIn(*this, quick, ControlKind::ComboBox, id("cboTicketType"), QStringLiteral("Ticket Type:")).setEditable(true);
-    addIn(*this, quick, ControlKind::ComboBox, id("cboPages"), QStringLiteral("No. of Pages:"));
-    addIn(*this, quick, ControlKind::ComboBox, id("cboSizeType"), QStringLiteral("Ticket Size Type:"));
+    addToFrame(quick, ControlKind::ComboBox, id("cboTicketType"), QStringLiteral("Ticket Type:")).setEditable(true);
+    addToFrame(quick, ControlKind::ComboBox, id("cboPages"), QStringLiteral("No. of Pages:"));
+    addToFrame(quick, ControlKind::ComboBox, id("cboSizeType"), QStringLiteral("Ticket Size Type:"));
 
-    Control& expiry = addIn(*this, frame, ControlKind::ComboBox, id("cboExpiry"), QStringLiteral("Expiration:"));
-    Control& days = addIn(*this, frame, ControlKind::ComboBox, id("txtDays"), QStringLiteral("Days:"));
-    Control& daysLabel = addIn(*this, frame, ControlKind::Label, id("lblDays"), QStringLiteral("day(s)"));
+    Control& expiry = addToFrame(frame, ControlKind::ComboBox, id("cboExpiry"), QStringLiteral("Expiration:"));
+    Control& days = addToFrame(frame, ControlKind::ComboBox, id("txtDays"), QStringLiteral("Days:"));
+    Control& daysLabel = addToFrame(frame, ControlKind::Label, id("lblDays"), QStringLiteral("day(s)"));
     days.setEditable(true);
     genacc::filterNumericKeys(days);
     genacc::wireExpiry(*this, expiry, days, daysLabel);
 
-    Control& prefix = addIn(*this, frame, ControlKind::TextBox, id("txtPrefix"), QStringLiteral("Ticket Prefix:"));
+    Control& prefix = addToFrame(frame, ControlKind::TextBox, id("txtPrefix"), QStringLiteral("Ticket Prefix:"));
     prefix.setToolTip(QStringLiteral("This will make up the first digits contained in your ticket."));
     prefix.onChange = [this] { savePrefix(); };
     prefix.onLostFocus = [this, &prefix] {
@@ -177,36 +177,36 @@ void GenAcc::buildNewTab(Control& frame)
             prefix.setText(m_session.settings().text(keys::STR));
     };
 
-    Control& vip = addIn(*this, frame, ControlKind::CheckBox, id("chkVIP"), QStringLiteral("Make Ticket(s) in VIP"));
+    Control& vip = addToFrame(frame, ControlKind::CheckBox, id("chkVIP"), QStringLiteral("Make Ticket(s) in VIP"));
     genacc::wireVip(*this, vip, nullptr);
     // On the screen, read by nothing.
-    addIn(*this, frame, ControlKind::CheckBox, id("chkFlex"), QStringLiteral("Make Ticket(s) in FlexTicket"));
-    Control& period = addIn(*this, frame, ControlKind::CheckBox, id("chkTimePeriod"),
+    addToFrame(frame, ControlKind::CheckBox, id("chkFlex"), QStringLiteral("Make Ticket(s) in FlexTicket"));
+    Control& period = addToFrame(frame, ControlKind::CheckBox, id("chkTimePeriod"),
                             QStringLiteral("Use ticket(s) within Time Period"));
-    Control& once = addIn(*this, frame, ControlKind::CheckBox, id("chkOnce"),
+    Control& once = addToFrame(frame, ControlKind::CheckBox, id("chkOnce"),
                           QStringLiteral("Use Ticket Only &Once (i.e. Night Ticket)"));
-    Control& start = addIn(*this, frame, ControlKind::DateTimePicker, id("dtStart"), QStringLiteral("Start Time:"));
-    Control& end = addIn(*this, frame, ControlKind::DateTimePicker, id("dtEnd"), QStringLiteral("End Time:"));
+    Control& start = addToFrame(frame, ControlKind::DateTimePicker, id("dtStart"), QStringLiteral("Start Time:"));
+    Control& end = addToFrame(frame, ControlKind::DateTimePicker, id("dtEnd"), QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, &once, start, end);
     start.onChange = [this] { saveNightTime(true); };
     end.onChange = [this] { saveNightTime(false); };
 
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdGenerate"), QStringLiteral("&Generate New Ticket(s)"))
+    addToFrame(frame, ControlKind::CommandButton, id("cmdGenerate"), QStringLiteral("&Generate New Ticket(s)"))
         .onClick = [this] { BatchGeneration(*this).run(); };
 }
 
 void GenAcc::buildCustomTab(Control& frame)
 {
-    Control& user = addIn(*this, frame, ControlKind::TextBox, id("txtCustomUsername"), QStringLiteral("Ticket Username:"));
-    Control& password = addIn(*this, frame, ControlKind::TextBox, id("txtCustomPassword"),
+    Control& user = addToFrame(frame, ControlKind::TextBox, id("txtCustomUsername"), QStringLiteral("Ticket Username:"));
+    Control& password = addToFrame(frame, ControlKind::TextBox, id("txtCustomPassword"),
                               QStringLiteral("Ticket Password:"));
     user.setMaxLength(10);
     for (Control* field : {&user, &password})
         genacc::filterTicketTextKeys(*field);
-    Control& hours = addIn(*this, frame, ControlKind::ComboBox, id("cboCustomHours"), QStringLiteral("Hours:"));
-    Control& minutes = addIn(*this, frame, ControlKind::ComboBox, id("cboCustomMinutes"), QStringLiteral("Min(s):"));
-    Control& cost = addIn(*this, frame, ControlKind::ComboBox, id("cboCustomCost"), QStringLiteral("Cost Per Ticket:"));
-    addIn(*this, frame, ControlKind::Label, id("lblCustomCurrency"));
+    Control& hours = addToFrame(frame, ControlKind::ComboBox, id("cboCustomHours"), QStringLiteral("Hours:"));
+    Control& minutes = addToFrame(frame, ControlKind::ComboBox, id("cboCustomMinutes"), QStringLiteral("Min(s):"));
+    Control& cost = addToFrame(frame, ControlKind::ComboBox, id("cboCustomCost"), QStringLiteral("Cost Per Ticket:"));
+    addToFrame(frame, ControlKind::Label, id("lblCustomCurrency"));
     for (Control* field : {&hours, &minutes, &cost}) {
         field->setEditable(true);
         genacc::filterNumericKeys(*field);
@@ -214,41 +214,41 @@ void GenAcc::buildCustomTab(Control& frame)
     genacc::wireHoursCheck(*this, hours);
     genacc::wireCostList(*this, cost);
 
-    Control& expiry = addIn(*this, frame, ControlKind::ComboBox, id("cboCustomExpiry"), QStringLiteral("Expiration:"));
-    Control& days = addIn(*this, frame, ControlKind::ComboBox, id("txtCustomDays"), QStringLiteral("Days:"));
-    Control& daysLabel = addIn(*this, frame, ControlKind::Label, id("lblCustomDays"), QStringLiteral("day(s)"));
+    Control& expiry = addToFrame(frame, ControlKind::ComboBox, id("cboCustomExpiry"), QStringLiteral("Expiration:"));
+    Control& days = addToFrame(frame, ControlKind::ComboBox, id("txtCustomDays"), QStringLiteral("Days:"));
+    Control& daysLabel = addToFrame(frame, ControlKind::Label, id("lblCustomDays"), QStringLiteral("day(s)"));
     days.setEditable(true);
     genacc::filterNumericKeys(days);
     genacc::wireExpiry(*this, expiry, days, daysLabel);
 
     // On the screen, read by nothing.
-    addIn(*this, frame, ControlKind::CheckBox, id("chkCustomFlex"), QStringLiteral("Make Ticket into FlexTicket"));
-    Control& vip = addIn(*this, frame, ControlKind::CheckBox, id("chkCustomVIP"), QStringLiteral("Make ticket into VIP"));
+    addToFrame(frame, ControlKind::CheckBox, id("chkCustomFlex"), QStringLiteral("Make Ticket into FlexTicket"));
+    Control& vip = addToFrame(frame, ControlKind::CheckBox, id("chkCustomVIP"), QStringLiteral("Make ticket into VIP"));
     genacc::wireVip(*this, vip, &user);
-    Control& period = addIn(*this, frame, ControlKind::CheckBox, id("chkCustomTimePeriod"),
+    Control& period = addToFrame(frame, ControlKind::CheckBox, id("chkCustomTimePeriod"),
                             QStringLiteral("Use ticket within Time Period"));
-    Control& once = addIn(*this, frame, ControlKind::CheckBox, id("chkCustomOnce"), QStringLiteral("Use Ticket Only &Once"));
-    Control& start = addIn(*this, frame, ControlKind::DateTimePicker, id("dtCustomStart"), QStringLiteral("Start Time:"));
-    Control& end = addIn(*this, frame, ControlKind::DateTimePicker, id("dtCustomEnd"), QStringLiteral("End Time:"));
+    Control& once = addToFrame(frame, ControlKind::CheckBox, id("chkCustomOnce"), QStringLiteral("Use Ticket Only &Once"));
+    Control& start = addToFrame(frame, ControlKind::DateTimePicker, id("dtCustomStart"), QStringLiteral("Start Time:"));
+    Control& end = addToFrame(frame, ControlKind::DateTimePicker, id("dtCustomEnd"), QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, &once, start, end);
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdCreateCustom"), QStringLiteral("Create a Customized New Ticket"))
+    addToFrame(frame, ControlKind::CommandButton, id("cmdCreateCustom"), QStringLiteral("Create a Customized New Ticket"))
         .onClick = [this] { CustomTicket(*this).run(); };
 }
 
 void GenAcc::buildMemberTab(Control& frame)
 {
-    Control& user = addIn(*this, frame, ControlKind::TextBox, id("txtMemberUsername"), QStringLiteral("Ticket Username:"));
-    Control& password = addIn(*this, frame, ControlKind::TextBox, id("txtMemberPassword"),
+    Control& user = addToFrame(frame, ControlKind::TextBox, id("txtMemberUsername"), QStringLiteral("Ticket Username:"));
+    Control& password = addToFrame(frame, ControlKind::TextBox, id("txtMemberPassword"),
                               QStringLiteral("Ticket Password:"));
     user.setMaxLength(10);
     for (Control* field : {&user, &password})
         genacc::filterTicketTextKeys(*field);
 
-    Control& useTime = addIn(*this, frame, ControlKind::CheckBox, id("chkUseTime"), QStringLiteral("Use Time"));
-    Control& hours = addIn(*this, frame, ControlKind::ComboBox, id("cboMemberHours"), QStringLiteral("Hours:"));
-    Control& minutes = addIn(*this, frame, ControlKind::ComboBox, id("cboMemberMinutes"), QStringLiteral("Min(s):"));
-    Control& cost = addIn(*this, frame, ControlKind::ComboBox, id("cboMemberCost"), QStringLiteral("Cost for Ticket:"));
-    addIn(*this, frame, ControlKind::Label, id("lblMemberCurrency"));
+    Control& useTime = addToFrame(frame, ControlKind::CheckBox, id("chkUseTime"), QStringLiteral("Use Time"));
+    Control& hours = addToFrame(frame, ControlKind::ComboBox, id("cboMemberHours"), QStringLiteral("Hours:"));
+    Control& minutes = addToFrame(frame, ControlKind::ComboBox, id("cboMemberMinutes"), QStringLiteral("Min(s):"));
+    Control& cost = addToFrame(frame, ControlKind::ComboBox, id("cboMemberCost"), QStringLiteral("Cost for Ticket:"));
+    addToFrame(frame, ControlKind::Label, id("lblMemberCurrency"));
     for (Control* field : {&hours, &minutes, &cost}) {
         field->setEditable(true);
         genacc::filterNumericKeys(*field);
@@ -256,9 +256,9 @@ void GenAcc::buildMemberTab(Control& frame)
     genacc::wireHoursCheck(*this, hours);
     genacc::wireCostList(*this, cost);
 
-    Control& recharge = addIn(*this, frame, ControlKind::CheckBox, id("chkRecharge"), QStringLiteral("Recharge Ticket every"));
-    Control& rechargeDays = addIn(*this, frame, ControlKind::ComboBox, id("cboRechargeDays"));
-    Control& rechargePeriod = addIn(*this, frame, ControlKind::ComboBox, id("cboRechargePeriod"));
+    Control& recharge = addToFrame(frame, ControlKind::CheckBox, id("chkRecharge"), QStringLiteral("Recharge Ticket every"));
+    Control& rechargeDays = addToFrame(frame, ControlKind::ComboBox, id("cboRechargeDays"));
+    Control& rechargePeriod = addToFrame(frame, ControlKind::ComboBox, id("cboRechargePeriod"));
     recharge.onClick = [&recharge, &rechargeDays, &rechargePeriod] {
         const bool ticked = recharge.value() == CheckState::Checked;
         rechargeDays.setEnabled(ticked);
@@ -275,54 +275,56 @@ void GenAcc::buildMemberTab(Control& frame)
     // The boxes start cleared, and their fields as a cleared box leaves them.
     useTime.fireClick();
 
-    Control& expiry = addIn(*this, frame, ControlKind::ComboBox, id("cboMemberExpiry"), QStringLiteral("Expiration:"));
-    Control& days = addIn(*this, frame, ControlKind::ComboBox, id("txtMemberDays"), QStringLiteral("Days:"));
-    Control& daysLabel = addIn(*this, frame, ControlKind::Label, id("lblMemberDays"), QStringLiteral("day(s)"));
+    Control& expiry = addToFrame(frame, ControlKind::ComboBox, id("cboMemberExpiry"), QStringLiteral("Expiration:"));
+    Control& days = addToFrame(frame, ControlKind::ComboBox, id("txtMemberDays"), QStringLiteral("Days:"));
+    Control& daysLabel = addToFrame(frame, ControlKind::Label, id("lblMemberDays"), QStringLiteral("day(s)"));
     days.setEditable(true);
     genacc::filterNumericKeys(days);
     genacc::wireExpiry(*this, expiry, days, daysLabel);
 
-    Control& vip = addIn(*this, frame, ControlKind::CheckBox, id("chkMemberVIP"), QStringLiteral("Make ticket in VIP"));
+    Control& vip = addToFrame(frame, ControlKind::CheckBox, id("chkMemberVIP"), QStringLiteral("Make ticket in VIP"));
     genacc::wireVip(*this, vip, &user);
-    Control& period = addIn(*this, frame, ControlKind::CheckBox, id("chkMemberTimePeriod"),
+    Control& period = addToFrame(frame, ControlKind::CheckBox, id("chkMemberTimePeriod"),
                             QStringLiteral("Use ticket within Time Period"));
-    addIn(*this, frame, ControlKind::ComboBox, id("cboWeekday"), QStringLiteral("Use only on this Day of the Week:"));
-    Control& start = addIn(*this, frame, ControlKind::DateTimePicker, id("dtMemberStart"), QStringLiteral("Start Time:"));
-    Control& end = addIn(*this, frame, ControlKind::DateTimePicker, id("dtMemberEnd"), QStringLiteral("End Time:"));
+    addToFrame(frame, ControlKind::ComboBox, id("cboWeekday"), QStringLiteral("Use only on this Day of the Week:"));
+    Control& start = addToFrame(frame, ControlKind::DateTimePicker, id("dtMemberStart"), QStringLiteral("Start Time:"));
+    Control& end = addToFrame(frame, ControlKind::DateTimePicker, id("dtMemberEnd"), QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, nullptr, start, end);
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdCreateMember"), QStringLiteral("Create a Membership Ticket >>"));
+    addToFrame(frame, ControlKind::CommandButton, id("cmdCreateMember"), QStringLiteral("Create a Membership Ticket >>"));
 }
 
 void GenAcc::buildExistingTab(Control& frame)
 {
     TicketListing::build(*this, frame);
-    addIn(*this, frame, ControlKind::CommandButton, id("Command4"), QStringLiteral("&Delete Selection"));
+    addToFrame(frame, ControlKind::CommandButton, id("Command4"), QStringLiteral("&Delete Selection")).onClick = [this] {
+        TicketDeletion(*this).deleteSelection();
+    };
     Control& printExisting =
-        addIn(*this, frame, ControlKind::CommandButton, id("cmdPrintExisting"), QStringLiteral("&Print Existing Ticket"));
+        addToFrame(frame, ControlKind::CommandButton, id("cmdPrintExisting"), QStringLiteral("&Print Existing Ticket"));
     printExisting.setToolTip(QStringLiteral("Print existing tickets"));
     printExisting.onClick = [this] { printExistingTickets(); };
-    addIn(*this, frame, ControlKind::CommandButton, id("Command10"), QStringLiteral("Recycle &Bin")).onClick = [this] {
+    addToFrame(frame, ControlKind::CommandButton, id("Command10"), QStringLiteral("Recycle &Bin")).onClick = [this] {
         openRecycleBin();
     };
 }
 
 void GenAcc::buildSettingsTab(Control& frame)
 {
-    Control& autoSave = addIn(*this, frame, ControlKind::CheckBox, id("chkAutoSave"),
+    Control& autoSave = addToFrame(frame, ControlKind::CheckBox, id("chkAutoSave"),
                               QStringLiteral("Automatically &Save Generated Tickets"));
-    Control& noList = addIn(*this, frame, ControlKind::CheckBox, id("chkNoList"),
+    Control& noList = addToFrame(frame, ControlKind::CheckBox, id("chkNoList"),
                             QStringLiteral("Don't Display Ticket(s) when Generating"));
-    Control& noPassList = addIn(*this, frame, ControlKind::CheckBox, id("Check4"),
+    Control& noPassList = addToFrame(frame, ControlKind::CheckBox, id("Check4"),
                                 QStringLiteral("Don't Show Password of Ticket(s) when Listing"));
-    Control& sizes = addIn(*this, frame, ControlKind::Frame, id("FPrintSize"), QStringLiteral("Ticket Print Size"));
-    Control& small = addIn(*this, sizes, ControlKind::OptionButton, id("optSmallPrint"), QStringLiteral("Small Print"));
-    Control& medium = addIn(*this, sizes, ControlKind::OptionButton, id("optMediumPrint"), QStringLiteral("Medium Print"));
-    Control& large = addIn(*this, sizes, ControlKind::OptionButton, id("optLargePrint"), QStringLiteral("Large Print"));
-    Control& exportFile = addIn(*this, sizes, ControlKind::OptionButton, id("optExport"), QStringLiteral("Export to File"));
-    addIn(*this, frame, ControlKind::CommandButton, id("cmdPrintSettings"),
+    Control& sizes = addToFrame(frame, ControlKind::Frame, id("FPrintSize"), QStringLiteral("Ticket Print Size"));
+    Control& small = addToFrame(sizes, ControlKind::OptionButton, id("optSmallPrint"), QStringLiteral("Small Print"));
+    Control& medium = addToFrame(sizes, ControlKind::OptionButton, id("optMediumPrint"), QStringLiteral("Medium Print"));
+    Control& large = addToFrame(sizes, ControlKind::OptionButton, id("optLargePrint"), QStringLiteral("Large Print"));
+    Control& exportFile = addToFrame(sizes, ControlKind::OptionButton, id("optExport"), QStringLiteral("Export to File"));
+    addToFrame(frame, ControlKind::CommandButton, id("cmdPrintSettings"),
           QStringLiteral("More Ticket, Quick-Ticket, FlexTicket Settings"))
         .onClick = [this] { openPrintSettings(); };
-    Control& save = addIn(*this, frame, ControlKind::CommandButton, id("cmdSaveChanges"), QStringLiteral("Save Changes"));
+    Control& save = addToFrame(frame, ControlKind::CommandButton, id("cmdSaveChanges"), QStringLiteral("Save Changes"));
     save.onClick = [this] { saveSettingsTab(); };
 
     // Any change on this tab enables "Save Changes", but only while the tab is showing.

@@ -19,17 +19,6 @@ bool isDigit(int key)
 
 } // namespace
 
-Control& addIn(Form& form, Control& frame, ControlKind kind, const QString& name, const QString& caption)
-{
-    Control& control = caption.isEmpty() ? form.add(kind, name) : form.addLabelled(kind, name, caption);
-    control.setContainer(&frame);
-    // Text fields and lists show their caption beside them, not in them.
-    if (kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::DateTimePicker
-        || kind == ControlKind::ListBox)
-        control.setCaption(QString());
-    return control;
-}
-
 void filterNumericKeys(Control& field)
 {
     field.onKeyPress = [](int& key) {

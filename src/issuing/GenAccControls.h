@@ -13,9 +13,6 @@ class GenAcc;
 // of code serves every tab that has such a field.
 namespace genacc {
 
-// A control in a frame; `caption` is the text the operator sees beside or on it.
-Control& addIn(Form& form, Control& frame, ControlKind kind, const QString& name, const QString& caption = {});
-
 // Number, hours, minutes, cost and days fields: digits, "." and Backspace pass; all else is dropped.
 void filterNumericKeys(Control& field);
 // Typed user names and passwords: the key is upper-cased; digits, "A" to "Z", "." and Backspace pass.

@@ -68,6 +68,16 @@ Control& Form::addLabelled(ControlKind kind, const QString& name, const QString&
     return c;
 }
 
+Control& Form::addToFrame(Control& frame, ControlKind kind, const QString& name, const QString& caption)
+{
+    Control& control = caption.isEmpty() ? add(kind, name) : addLabelled(kind, name, caption);
+    control.setContainer(&frame);
+    if (kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::DateTimePicker
+        || kind == ControlKind::ListBox)
+        control.setCaption(QString());
+    return control;
+}
+
 Control* Form::control(const QString& name, int index) const
 {
     if (Control* found = m_found.value({name, index}))

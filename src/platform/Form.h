@@ -44,6 +44,9 @@ public:
     Control& add(ControlKind kind, const QString& name, int index = -1);
     // Same, for a control the screens know only by its caption: the caption becomes its label.
     Control& addLabelled(ControlKind kind, const QString& name, const QString& caption, int index = -1);
+    // Same, inside a frame or a tab's panel. Text fields and lists show their caption beside them,
+    // not in them: for those it becomes the label only.
+    Control& addToFrame(Control& frame, ControlKind kind, const QString& name, const QString& caption = {});
 
     // Lookup without regard to case: "Text7", "Text7(8)", or a label with or without its "&".
     Control* find(const QString& key) const;
