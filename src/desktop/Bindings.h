@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QMenu;
+class QPlainTextEdit;
 class QProgressBar;
 class QAbstractSlider;
 class QTabBar;
@@ -91,6 +92,23 @@ private:
     EditLine* m_edit;
 };
 
+// A text box shown on several lines, such as a report box. As in a line, typed keys go to the
+// model, and the area shows the model's text (line breaks as CR LF or LF alike); the operator can
+// select and copy.
+class TextAreaBinding : public ControlBinding
+{
+public:
+    TextAreaBinding(Control& control, QPlainTextEdit* area, FormBinder& binder);
+    void refreshValue() override;
+    QObject* textTarget() const override;
+
+protected:
+    void refreshOwn(Property property) override;
+
+private:
+    QPlainTextEdit* m_area;
+};
+
 class ComboBoxBinding : public ControlBinding
 {
 public:
@@ -122,6 +140,7 @@ protected:
 
 private:
     void refreshItems();
+    void refreshCurrentRow();
 
     QListWidget* m_list;
 };

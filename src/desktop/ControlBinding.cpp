@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTableView>
 
@@ -174,6 +175,8 @@ ControlBinding* createBinding(Control& control, QWidget* widget, FormBinder& bin
     case ControlKind::Image:
         return new LabelBinding(control, qobject_cast<QLabel*>(widget), binder);
     case ControlKind::TextBox:
+        if (auto* area = qobject_cast<QPlainTextEdit*>(widget))
+            return new TextAreaBinding(control, area, binder);
         return new TextBoxBinding(control, qobject_cast<QLineEdit*>(widget), binder);
     case ControlKind::CommandButton:
     case ControlKind::CheckBox:

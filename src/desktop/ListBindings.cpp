@@ -42,6 +42,9 @@ ListBoxBinding::ListBoxBinding(Control& control, QListWidget* list, FormBinder& 
     , m_list(list)
 {
     watch(m_list->viewport());
+    // Entries are one line of text each. With one size for all, the view lays out a long list in
+    // constant time instead of measuring every entry after each change.
+    m_list->setUniformItemSizes(true);
     // Arrow keys move the choice of a single-choice list; in a multiple-choice list they only
     // move the cursor and the space bar ticks.
     connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -86,16 +89,21 @@ void ListBoxBinding::refreshOwn(Property property)
 
 void ListBoxBinding::refreshItems()
 {
+    // Appends and removals are followed one entry at a time, so that filling or emptying a long
+    // list costs the same for each entry; anything else rebuilds the list.
     const QStringList& items = control().items();
-    const int shown = m_list->count();
-    bool prefix = shown <= items.size();
-    for (int i = 0; prefix && i < shown; ++i)
-        prefix = m_list->item(i)->text() == items.at(i);
-    if (!prefix)
-        m_list->clear();
-    if (m_list->count() < items.size())
+    const Control::ItemsChange& change = control().lastItemsChange();
+    if (change.kind == Control::ItemsChange::Kind::Removed && m_list->count() == items.size() + 1) {
+        delete m_list->takeItem(change.index);
+    } else if (change.kind == Control::ItemsChange::Kind::Appended && m_list->count() < items.size()) {
         m_list->addItems(items.mid(m_list->count()));
-    refreshValue();
+    } else {
+        m_list->clear();
+        m_list->addItems(items);
+        refreshValue();
+        return;
+    }
+    refreshCurrentRow();
 }
 
 void ListBoxBinding::refreshValue()
@@ -107,6 +115,11 @@ void ListBoxBinding::refreshValue()
         if (item->isSelected() != control().selected(i))
             item->setSelected(control().selected(i));
     }
+    refreshCurrentRow();
+}
+
+void ListBoxBinding::refreshCurrentRow()
+{
     if (m_list->currentRow() != control().listIndex())
         m_list->setCurrentRow(control().listIndex(), QItemSelectionModel::NoUpdate);
 }
@@ -153,6 +166,7 @@ void TabStripBinding::refreshTabs()
             m_tabs->setTabText(i, captions.at(i));
         else
             m_tabs->addTab(captions.at(i));
+        m_tabs->setTabToolTip(i, control().itemTip(i));
     }
     refreshValue();
 }

@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <QElapsedTimer>
+
 class QWidget;
 
 namespace marlet {
@@ -47,6 +49,9 @@ public:
 private:
     // The window new dialogs belong to: the modal window on top, else the active one.
     static QWidget* dialogParent();
+
+    // When the pending events last ran for a yield.
+    QElapsedTimer m_lastYield;
 };
 
 } // namespace marlet

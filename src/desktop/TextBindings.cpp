@@ -5,6 +5,7 @@
 #include "platform/Operator.h"
 
 #include <QLineEdit>
+#include <QPlainTextEdit>
 
 namespace marlet {
 
@@ -122,6 +123,35 @@ void TextBoxBinding::refreshOwn(Property property)
     default:
         break;
     }
+}
+
+TextAreaBinding::TextAreaBinding(Control& control, QPlainTextEdit* area, FormBinder& binder)
+    : ControlBinding(control, area, binder)
+    , m_area(area)
+{
+    // Only the model changes the text: typed keys reach it through the binder, and the area's own
+    // editing (paste, delete) stays off.
+    m_area->setReadOnly(true);
+}
+
+void TextAreaBinding::refreshValue()
+{
+    // The area keeps a CR LF as one line break and gives it back as LF.
+    QString text = control().text();
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    if (m_area->toPlainText() != text)
+        m_area->setPlainText(text);
+}
+
+QObject* TextAreaBinding::textTarget() const
+{
+    return m_area;
+}
+
+void TextAreaBinding::refreshOwn(Property property)
+{
+    if (property == Property::Text)
+        refreshValue();
 }
 
 ComboBoxBinding::ComboBoxBinding(Control& control, QComboBox* combo, FormBinder& binder)

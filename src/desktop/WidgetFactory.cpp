@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -92,7 +93,7 @@ bool widgetFits(ControlKind kind, const QWidget* widget)
     case ControlKind::Image:
         return qobject_cast<const QLabel*>(widget);
     case ControlKind::TextBox:
-        return qobject_cast<const QLineEdit*>(widget);
+        return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget);
     case ControlKind::CommandButton:
         return qobject_cast<const QAbstractButton*>(widget);
     case ControlKind::CheckBox:

@@ -240,6 +240,7 @@ void Control::addItem(const QString& item)
     m_items.append(item);
     if (m_multiSelect)
         m_selected.push_back(false);
+    m_lastItemsChange = {ItemsChange::Kind::Appended};
     emit changed(Property::Items);
 }
 
@@ -250,6 +251,7 @@ void Control::addItems(const QStringList& items)
     m_items.append(items);
     if (m_multiSelect)
         m_selected.resize(m_items.size(), false);
+    m_lastItemsChange = {ItemsChange::Kind::Appended};
     emit changed(Property::Items);
 }
 
@@ -258,8 +260,11 @@ void Control::removeItem(int i)
     if (i < 0 || i >= m_items.size())
         return;
     m_items.removeAt(i);
+    if (i < m_itemTips.size())
+        m_itemTips.removeAt(i);
     if (m_multiSelect)
         m_selected.erase(m_selected.begin() + i);
+    m_lastItemsChange = {ItemsChange::Kind::Removed, i};
     emit changed(Property::Items);
     if (m_listIndex == i)
         setListIndex(-1);
@@ -270,12 +275,14 @@ void Control::removeItem(int i)
 void Control::clear()
 {
     m_items.clear();
+    m_itemTips.clear();
     m_selected.clear();
     m_listIndex = -1;
     if (m_kind == ControlKind::ComboBox) {
         m_text.clear();
         emit changed(Property::Text);
     }
+    m_lastItemsChange = {ItemsChange::Kind::Reset};
     emit changed(Property::Items);
     emit changed(Property::ListIndex);
 }
@@ -291,6 +298,16 @@ void Control::setListIndex(int index)
     }
     emit changed(Property::ListIndex);
     fireClick();
+}
+
+void Control::setItemTip(int i, const QString& tip)
+{
+    if (i < 0 || i >= m_items.size() || itemTip(i) == tip)
+        return;
+    while (m_itemTips.size() <= i)
+        m_itemTips.append(QString());
+    m_itemTips[i] = tip;
+    emit changed(Property::Tabs);
 }
 
 bool Control::selected(int i) const

@@ -166,6 +166,15 @@ public:
     void addItems(const QStringList& items);
     void removeItem(int i);
     void clear();
+    // What the last change of the entries was, so that a view of a long list can follow an append
+    // or a removal without rebuilding itself.
+    struct ItemsChange
+    {
+        enum class Kind { Reset, Appended, Removed };
+        Kind kind = Kind::Reset;
+        int index = -1; // the entry removed
+    };
+    const ItemsChange& lastItemsChange() const { return m_lastItemsChange; }
     // -1 when nothing is selected. A new index fires the click event.
     int listIndex() const { return m_listIndex; }
     void setListIndex(int index);
@@ -183,6 +192,9 @@ public:
     // Tab strip: the selected tab, 1-based as the screens number them.
     int selectedTab() const { return m_listIndex + 1; }
     void setSelectedTab(int tab) { setListIndex(tab - 1); }
+    // Tab strip: the tip of each tab, by entry from 0; removing an entry removes its tip.
+    QString itemTip(int i) const { return m_itemTips.value(i); }
+    void setItemTip(int i, const QString& tip);
 
     // Date and time picker.
     const QDateTime& dateTime() const { return m_dateTime; }
@@ -263,6 +275,8 @@ private:
     int m_width = 0;
     int m_height = 0;
     QStringList m_items;
+    QStringList m_itemTips;
+    ItemsChange m_lastItemsChange;
     int m_listIndex = -1;
     bool m_multiSelect = false;
     bool m_editable = false;

@@ -147,8 +147,13 @@ bool pick(Control& list, int index)
         return false;
     focus(list);
     if (list.multiSelect()) {
+        // A click ticks or clears the entry and makes it the current one; the click event
+        // fires once either way.
         list.setSelected(index, !list.selected(index));
-        list.fireClick();
+        if (list.listIndex() != index)
+            list.setListIndex(index);
+        else
+            list.fireClick();
     } else {
         list.setListIndex(index);
     }

@@ -26,7 +26,8 @@ void setText(Control& control, const QString& text);
 // A click with the left button: buttons click, check boxes toggle, option buttons select,
 // labels and menu items click. The control takes the focus first where it can.
 bool click(Control& control);
-// Picks a list entry by index; the list takes the focus first.
+// Picks a list entry by index; the list takes the focus first. In a multiple-choice list the pick
+// ticks or clears the entry and makes it the current entry.
 bool pick(Control& list, int index);
 // Picks the list entry with this text; false when no entry has it.
 bool pick(Control& list, const QString& text);

@@ -155,9 +155,9 @@ qsizetype readQuoted(const QString& line, qsizetype i, QString& text, QString& e
         if (c == u'\\' && i + 1 < line.size()) {
             const QChar next = line[i + 1];
             // Only these escapes exist, so that a path such as "C:\Server" can be written as it is.
-            const qsizetype known = QStringLiteral("\"\\tn").indexOf(next);
+            const qsizetype known = QStringLiteral("\"\\tnr").indexOf(next);
             if (known >= 0) {
-                text += QStringLiteral("\"\\\t\n")[known];
+                text += QStringLiteral("\"\\\t\n\r")[known];
                 ++i;
             } else {
                 text += c;

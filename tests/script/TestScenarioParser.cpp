@@ -157,6 +157,8 @@ private slots:
                                               << "a\\b";
         QTest::newRow("a tab and a line break") << "\"a\\tb\\nc\""
                                                 << "a\tb\nc";
+        QTest::newRow("a carriage return before a line break") << "\"a\\r\\nb\""
+                                                               << "a\r\nb";
         QTest::newRow("any other backslash stands for itself") << "\"C:\\Server\\pic\""
                                                                << "C:\\Server\\pic";
         QTest::newRow("a hash inside quotes") << "\"No. #1 # not a comment\""

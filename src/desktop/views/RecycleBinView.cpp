@@ -1,0 +1,95 @@
+#include "desktop/views/RecycleBinView.h"
+
+#include "desktop/ViewFactory.h"
+#include "desktop/views/ViewKit.h"
+#include "platform/Form.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+namespace marlet::views {
+
+namespace {
+
+constexpr int listWidth = 170;
+constexpr int reportWidth = 340;
+constexpr int reportHeight = 330;
+constexpr int statusWidth = 120;
+// The report lines up its values with tabs of eight characters.
+constexpr int tabCharacters = 8;
+
+// The report box: several lines of text that only the screen writes.
+QPlainTextEdit* reportBox(Form& form, ViewWidgets& widgets, QWidget* parent)
+{
+    Control* text = form.control(QStringLiteral("Text1"));
+    if (!text)
+        return nullptr;
+    auto* report = new QPlainTextEdit(parent);
+    report->setLineWrapMode(QPlainTextEdit::NoWrap);
+    report->setMinimumSize(reportWidth, reportHeight);
+    report->setTabStopDistance(tabCharacters * report->fontMetrics().horizontalAdvance(u'x'));
+    widgets.add(*text, report);
+    return report;
+}
+
+QGroupBox* ticketFrame(ViewKit& kit, Form& form, ViewWidgets& widgets, QWidget& root)
+{
+    auto* frame = kit.frame("Frame2", new QGroupBox(&root));
+    auto* layout = new QHBoxLayout(frame);
+    if (auto* tickets = kit.make<QListWidget>("List1", frame)) {
+        tickets->setMinimumWidth(listWidth);
+        tickets->setMaximumWidth(listWidth + 60);
+        layout->addWidget(tickets);
+    }
+    if (QPlainTextEdit* report = reportBox(form, widgets, frame))
+        layout->addWidget(report, 1);
+    return frame;
+}
+
+QVBoxLayout* utilityColumn(ViewKit& kit, QWidget& root)
+{
+    auto* column = new QVBoxLayout;
+    auto* frame = kit.frame("Frame1", new QGroupBox(&root));
+    auto* buttons = new QVBoxLayout(frame);
+    addAll(*buttons,
+        {kit.make("Command4", frame),
+            kit.make("Command1", frame),
+            kit.make("Command2", frame),
+            kit.make("Command7", frame),
+            kit.make("Command6", frame),
+            kit.make("Command3", frame)});
+    column->addWidget(frame);
+    column->addStretch(1);
+    addAll(*column, {kit.make("Command5", &root)});
+    return column;
+}
+
+QHBoxLayout* statusLine(ViewKit& kit, QWidget& root)
+{
+    auto* status = new QHBoxLayout;
+    if (QLabel* text = kit.label("Label3", &root)) {
+        text->setMinimumWidth(statusWidth);
+        status->addWidget(text);
+    }
+    if (QWidget* bar = kit.make("ProgressBar1", &root))
+        status->addWidget(bar, 1);
+    return status;
+}
+
+} // namespace
+
+void buildRecycleBinView(Form& form, QWidget& root, ViewWidgets& widgets)
+{
+    ViewKit kit(form, widgets);
+    auto* layout = new QVBoxLayout(&root);
+    auto* top = new QHBoxLayout;
+    top->addWidget(ticketFrame(kit, form, widgets, root), 1);
+    top->addLayout(utilityColumn(kit, root));
+    layout->addLayout(top, 1);
+    layout->addLayout(statusLine(kit, root));
+}
+
+} // namespace marlet::views

@@ -1,0 +1,134 @@
+#include "inventory/BinReport.h"
+
+#include "issuing/TicketRules.h"
+#include "platform/LegacyConvert.h"
+#include "platform/LegacyFormat.h"
+#include "store/PreferenceKeys.h"
+#include "store/Recordset.h"
+
+#include <QStringList>
+
+namespace marlet {
+
+namespace {
+
+const QString Tab = QStringLiteral("\t");
+const QString DateFormat = QStringLiteral("dd/mm/yyyy");
+const QString TimeFormat = QStringLiteral("hh:mmAMPM");
+
+// A field as it reads when joined into text: Null as nothing, text as it stands, numbers, dates
+// and truth values as the form language prints them.
+QString joined(const QVariant& value)
+{
+    if (value.isNull())
+        return QString();
+    if (value.typeId() == QMetaType::QString)
+        return value.toString();
+    return legacy::Format(value, QString());
+}
+
+// A Null never counts as true.
+bool isTrue(const QVariant& value)
+{
+    return !value.isNull() && value.toBool();
+}
+
+// Whole minutes of a time in seconds, then "min(s)"; a Null time gives the unit alone.
+QString minutesText(const QVariant& seconds)
+{
+    const QString minutes = seconds.isNull() ? QString() : legacy::CStr(wholeMinutes(seconds.toDouble()));
+    return minutes + QStringLiteral("min(s)");
+}
+
+class ReportLines
+{
+public:
+    explicit ReportLines(const Recordset& row)
+        : m_row(row)
+    {
+    }
+
+    QVariant field(const char* name) const { return m_row.value(QLatin1String(name)); }
+    QString text(const char* name) const { return joined(field(name)); }
+    void add(const QString& line) { m_lines << line; }
+    QString joinedLines() const { return m_lines.join(QStringLiteral("\r\n")); }
+
+private:
+    const Recordset& m_row;
+    QStringList m_lines;
+};
+
+QString lastTimeUsed(const ReportLines& r)
+{
+    const QVariant timeLastUsed = r.field("TimeLastUsed");
+    return timeLastUsed.isNull() || isTrue(r.field("New")) ? QStringLiteral("NEW") : joined(timeLastUsed);
+}
+
+QString lastDateUsed(const ReportLines& r)
+{
+    return isTrue(r.field("New")) ? QStringLiteral("NEW") : legacy::Format(r.field("LastUsed"), DateFormat);
+}
+
+QString expiry(const ReportLines& r)
+{
+    const QVariant days = r.field("days");
+    if (!days.isNull() && days.toDouble() > 0)
+        return joined(r.field("Days")) + QStringLiteral(" days after Login");
+    return legacy::Format(r.field("Expire"), DateFormat);
+}
+
+QString timeFrame(const ReportLines& r, const BinReportOptions& options)
+{
+    if (!options.generalTime)
+        return legacy::Format(r.field("StartTime"), TimeFormat) + QStringLiteral(" to ")
+            + legacy::Format(r.field("EndTime"), TimeFormat);
+    return legacy::Format(options.beginTime, TimeFormat) + QStringLiteral(" to ")
+        + legacy::Format(options.endTime, TimeFormat);
+}
+
+} // namespace
+
+BinReportOptions BinReportOptions::read(const SessionPreferences& preferences)
+{
+    BinReportOptions options;
+    options.generalTime = preferences.number(keys::UseGTime) != 0;
+    options.beginTime = preferences.text(keys::BeginTime);
+    options.endTime = preferences.text(keys::EndTime);
+    options.quotaLine = preferences.truth(keys::Download) && preferences.text(keys::DownType) != QLatin1String("2");
+    return options;
+}
+
+QString binReport(const Recordset& row, BinReportKind kind, const BinReportOptions& options)
+{
+    ReportLines r(row);
+    if (kind == BinReportKind::ListClick) {
+        r.add(QStringLiteral("Date/Time Deleted: ") + Tab + r.text("DateTimeDeleted"));
+        r.add(QStringLiteral("Reason Deleted: ") + Tab + r.text("Reason"));
+        r.add(QStringLiteral("TicketGrp&No: ") + Tab + r.text("TicketGrp"));
+    } else {
+        r.add(
+            QStringLiteral("TicketGrp&No: ") + Tab + r.text("TicketGrp") + QStringLiteral(" - ") + r.text("TicketNo"));
+    }
+    r.add(QStringLiteral("Username: ") + Tab + Tab + r.text("Username"));
+    r.add(QStringLiteral("Time Left: ") + Tab + Tab + minutesText(r.field("Time")));
+    r.add(QStringLiteral("Time Used: ") + Tab + r.text("TotalTimeUsed") + QStringLiteral("min(s)"));
+    r.add(QStringLiteral("Original Time: ") + Tab + minutesText(r.field("OrgTime")));
+    r.add(QStringLiteral("Amount: ") + Tab + Tab + r.text("amount"));
+    r.add(QStringLiteral("Last Time Used: ") + Tab + lastTimeUsed(r));
+    r.add(QStringLiteral("Last Date Used: ") + Tab + lastDateUsed(r));
+    r.add(QStringLiteral("Date Created: ") + Tab + legacy::Format(r.field("DateCreated"), DateFormat));
+    r.add(QStringLiteral("Expire Date: ") + Tab + expiry(r));
+    r.add(QStringLiteral("Computer Used: ") + Tab + r.text("ComputerUsed"));
+    r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));
+    r.add(QStringLiteral("# of Acct(s) Added: ") + Tab + r.text("NoAdded"));
+    r.add(QStringLiteral("Time Ticket: ") + Tab + r.text("Night"));
+    if (isTrue(r.field("Night")))
+        r.add(QStringLiteral("Time Frame: ") + Tab + timeFrame(r, options));
+    r.add(QStringLiteral("Used Once: ") + Tab + r.text("Once"));
+    if (options.quotaLine)
+        r.add(QStringLiteral("Quota Left: ") + Tab + r.text("Quota") + QStringLiteral("MB"));
+    r.add(QStringLiteral("Created By: ") + Tab + r.text("ByWhom"));
+    return r.joinedLines();
+}
+
+} // namespace marlet
