@@ -70,6 +70,13 @@ PropertyValue listItem(const Control& c, int index)
     return ok(c.item(index));
 }
 
+PropertyValue listItemTip(const Control& c, int index)
+{
+    if (index < 0 || index >= c.listCount())
+        return outOfRange(QStringLiteral("entry"), index, c.listCount());
+    return ok(c.itemTip(index));
+}
+
 const std::vector<PropertyReader>& controlReaders()
 {
     using N = const QList<int>&;
@@ -93,6 +100,7 @@ const std::vector<PropertyReader>& controlReaders()
         {"listcount", 0, false, [](const Control& c, N) { return number(c.listCount()); }},
         {"item", 1, false, [](const Control& c, N n) { return listItem(c, n[0]); }},
         {"selected", 1, false, [](const Control& c, N n) { return boolean(c.selected(n[0])); }},
+        {"tip", 1, false, [](const Control& c, N n) { return listItemTip(c, n[0]); }},
         {"tab", 0, false, [](const Control& c, N) { return number(c.selectedTab()); }},
         {"min", 0, false, [](const Control& c, N) { return number(c.minimum()); }},
         {"max", 0, false, [](const Control& c, N) { return number(c.maximum()); }},

@@ -1,7 +1,9 @@
 #include "shell/Screens.h"
 
+#include "inventory/RecycleBin.h"
 #include "issuing/GenAcc.h"
 #include "platform/Form.h"
+#include "settings/Options.h"
 #include "shell/ContPass.h"
 #include "shell/GenPasstoAccs.h"
 #include "shell/General.h"
@@ -46,6 +48,10 @@ std::unique_ptr<Form> createScreen(const QString& name, General& session)
         return std::make_unique<GenPasstoAccs>(session);
     if (name == QLatin1String("ContPass"))
         return std::make_unique<ContPass>(session);
+    if (name == QLatin1String("Options"))
+        return std::make_unique<Options>(session);
+    if (name == QLatin1String("RecycleBin"))
+        return std::make_unique<RecycleBin>(session);
     return std::make_unique<PlaceholderScreen>(session, name);
 }
 

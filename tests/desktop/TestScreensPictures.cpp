@@ -110,6 +110,8 @@ private slots:
     void testGenPasstoAccsBothLayouts();
     void testGenAccTabs();
     void testGenAccQuickTicket();
+    void testOptionsGeneral();
+    void testRecycleBin();
 
 private:
     // Shows the form's window, checks its layout and keeps a picture of it.
@@ -262,6 +264,38 @@ void TestScreensPictures::testGenAccQuickTicket()
     QVERIFY((*screen)[latin("FQuick")].visible());
     QVERIFY(!(*screen)[latin("FManual")].visible());
     render(*screen, latin("GenAcc-quick-ticket.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsGeneral()
+{
+    session().ServerPorts = latin("192.168.0.10");
+    std::unique_ptr<Form> screen = open("Options");
+    QVERIFY((*screen)[latin("FGeneral")].visible());
+    // The custom bind shows the text box white and editable.
+    QVERIFY(Operator::pick((*screen)[latin("cboBindType")], latin("CUSTOM SETTING")));
+    render(*screen, latin("options-general.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testRecycleBin()
+{
+    const char* const names[] = {"AAA0000001", "BBB0000002", "CCC0000003", "DDD0000004", "EEE0000005"};
+    for (const char* name : names) {
+        QVERIFY(m_database->connection().Execute(
+            Statement(latin("INSERT INTO RecycleBin (TicketGrp, TicketNo, Username, Password, Time, OrgTime, ByWhom, "
+                            "Days, DateCreated, Amount, LastUsed, NEW, ComputerUsed, AccountAdded, NoAdded, Member, "
+                            "Night, Once, TotalTimeUsed, DateTimeDeleted, Reason) Values ('261101080000', '001', '{}', "
+                            "'PW', 5430, 9000, 'ADMINISTRATOR', 0, '2026-11-01', 'N200', '2026-11-14', false, 'PC-04', "
+                            "'RECHARGED', 1, false, false, false, 60, '16/11/26/09:05', 'Deleted by User.')"),
+                      {latin(name)})));
+    }
+    std::unique_ptr<Form> screen = open("RecycleBin");
+    Control& list = (*screen)[latin("List1")];
+    QCOMPARE(list.listCount(), 5);
+    QVERIFY(Operator::pick(list, 3));
+    QVERIFY(Operator::pick(list, 1));
+    render(*screen, latin("recycle-bin.png"));
     screen->forceUnload();
 }
 

@@ -4,6 +4,8 @@
 #include "desktop/views/ContPassView.h"
 #include "desktop/views/GenAccView.h"
 #include "desktop/views/GenPasstoAccsView.h"
+#include "desktop/views/OptionsView.h"
+#include "desktop/views/RecycleBinView.h"
 
 namespace marlet {
 
@@ -12,6 +14,8 @@ void registerScreenViews()
     ViewFactory::add(QStringLiteral("ContPass"), views::buildContPassView);
     ViewFactory::add(QStringLiteral("GenPasstoAccs"), views::buildGenPasstoAccsView);
     ViewFactory::add(QStringLiteral("GenAcc"), views::buildGenAccView);
+    ViewFactory::add(QStringLiteral("Options"), views::buildOptionsView);
+    ViewFactory::add(QStringLiteral("RecycleBin"), views::buildRecycleBinView);
 }
 
 } // namespace marlet

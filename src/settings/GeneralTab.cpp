@@ -1,0 +1,426 @@
+#include "settings/GeneralTab.h"
+
+#include "platform/KeyRules.h"
+#include "platform/LegacyConvert.h"
+#include "platform/Platform.h"
+#include "settings/Options.h"
+#include "shell/General.h"
+#include "store/PreferenceKeys.h"
+#include "store/Recordset.h"
+
+namespace marlet {
+
+namespace {
+
+constexpr int Flag = 0;
+
+QString id(const char* text)
+{
+    return QLatin1String(text);
+}
+
+const QString Automatic = QStringLiteral("AUTOMATIC");
+const QString CustomSetting = QStringLiteral("CUSTOM SETTING");
+const QString ComputerName = QStringLiteral("COMPUTER NAME");
+const QString IpAddress = QStringLiteral("IP ADDRESS");
+const QString DefaultPort = QStringLiteral("1001");
+const QString DefaultLoginLimit = QStringLiteral("999");
+
+constexpr int Black = 0;
+constexpr int Red = 255;
+constexpr int White = 0xFFFFFF;
+// The face colour of buttons: a text box in it reads as one that is not for editing.
+constexpr int ButtonFace = 0xF0F0F0;
+
+// The check boxes and their keys. Loading and saving each go through them in their own order.
+struct CheckField
+{
+    const char* name;
+    const PreferenceKey* key;
+};
+const CheckField SetTimeBox {"chkSetTime", &keys::SetTime};
+const CheckField ShutDownClientsBox {"chkShutDownClients", &keys::ShutDownClients};
+const CheckField CheckConnectionBox {"chkCheckConnection", &keys::CheckConnection};
+const CheckField SameIpBox {"chkSameIP", &keys::SameIP};
+const CheckField FrontDeskBox {"chkFrontDesk", &keys::FrontDesk};
+const CheckField SiteDateBox {"chkSiteDate", &keys::SiteDate};
+const CheckField LogLimitBox {"chkLogLimit", &keys::LogLimit};
+
+// A check box takes a stored check value it can show; any other text leaves it as it stands.
+void showCheckValue(Control& box, const QString& stored)
+{
+    const std::optional<qint16> value = legacy::CInt(stored);
+    if (value && *value >= CheckState::Unchecked && *value <= CheckState::Grayed)
+        box.setValue(*value);
+}
+
+bool blank(const QString& text)
+{
+    return legacy::Trim(text).isEmpty();
+}
+
+} // namespace
+
+GeneralTab::GeneralTab(Options& screen)
+    : m_screen(screen)
+{
+}
+
+Control& GeneralTab::field(const char* name) const
+{
+    return m_screen[id(name)];
+}
+
+SessionPreferences GeneralTab::settings() const
+{
+    return m_screen.session().settings();
+}
+
+QString GeneralTab::storedPrefix(const QString& prefix)
+{
+    return prefix.size() > 3 ? QStringLiteral("NVT") : prefix.toUpper();
+}
+
+bool GeneralTab::portAllowed(const QString& port)
+{
+    // Every test but the top bound takes the port as a 16-bit integer; one that does not fit fails
+    // the conversion, and that failure ends in the refusal.
+    const std::optional<qint16> number = legacy::CInt(port);
+    if (!number || *number < 1001 || (*number >= 1002 && *number <= 1005) || *number == 2000)
+        return false;
+    return legacy::Val(port) <= 63553;
+}
+
+// ---- building -------------------------------------------------------------------------------
+
+void GeneralTab::build(Control& panel)
+{
+    buildTicketFields(panel);
+    buildClientSwitches(panel);
+    buildBindFields(panel);
+    buildPassGenFields(panel);
+    buildPortFields(panel);
+    buildLoginLimit(panel);
+}
+
+void GeneralTab::buildTicketFields(Control& panel)
+{
+    Control& prefix = m_screen.addToFrame(panel, ControlKind::TextBox, id(optionsfield::TicketPrefix),
+                                     QStringLiteral("Ticket Prefi&x Code:"));
+    prefix.onKeyPress = [](int& key) {
+        if (key >= 'a' && key <= 'z')
+            key = key - 'a' + 'A';
+    };
+    // Unlike the other fields, nothing releases a refused key's lock while the screen is open.
+    prefix.onKeyDown = [&prefix](int& keyCode, int) {
+        if (!keyrules::isNumericKey(keyCode) && !keyrules::isLetterKey(keyCode))
+            prefix.setLocked(true);
+    };
+    prefix.onLostFocus = [&prefix] { prefix.setText(prefix.text().toUpper()); };
+
+    Control& currency
+        = m_screen.addToFrame(panel, ControlKind::TextBox, id("txtCurrency"), QStringLiteral("Tickets' Currency:"));
+    keyrules::lockUntilReleased(currency, [](int keyCode) { return !keyrules::isDigitKey(keyCode); });
+    currency.onLostFocus = [this] { leaveCurrency(); };
+
+    for (Control* text : {&prefix, &currency}) {
+        keyrules::selectAllOnFocus(*text);
+        m_screen.trackChanges(*text, Flag);
+    }
+}
+
+void GeneralTab::buildClientSwitches(Control& panel)
+{
+    const std::pair<const CheckField*, const char*> boxes[] = {
+        {&SetTimeBox, "Set Client System time on Connection"},
+        {&ShutDownClientsBox, "Shut&down Client Timer(s) on Exiting Server"},
+        {&CheckConnectionBox, "Verif&y Client(s)' response at intervals"},
+        {&SameIpBox, "Allow Same Client I&P"},
+    };
+    for (const auto& [box, caption] : boxes)
+        m_screen.trackChanges(m_screen.addToFrame(panel, ControlKind::CheckBox, id(box->name), QLatin1String(caption)), Flag);
+}
+
+void GeneralTab::buildBindFields(Control& panel)
+{
+    Control& list = m_screen.addToFrame(panel, ControlKind::ComboBox, id("cboBindType"),
+                                   QStringLiteral("Select a suitable Server Connection Adaptor:"));
+    list.onClick = [this] { showBindChoice(); };
+    m_screen.trackChanges(list, Flag);
+
+    Control& text = m_screen.addToFrame(panel, ControlKind::TextBox, id("txtBindType"));
+    text.setMaxLength(20);
+    text.onKeyPress = [](int& key) { key = QChar(char16_t(key)).toUpper().unicode(); };
+    // Only a custom bind is typed in; for the others every key is refused.
+    keyrules::lockUntilReleased(text, [&list](int) { return list.text() == CustomSetting; });
+    keyrules::selectAllOnFocus(text);
+    text.onLostFocus = [this] { leaveBindText(); };
+    m_screen.trackChanges(text, Flag);
+}
+
+void GeneralTab::buildPassGenFields(Control& panel)
+{
+    Control& frame = m_screen.addToFrame(panel, ControlKind::Frame, id("FPassGenType"),
+                                    QStringLiteral("Generated Ticket Characters"));
+    for (const auto& [name, caption] : {std::pair {"optNumberOnly", "&Number Only"},
+                                        std::pair {"optAlphabetOnly", "A&lphabet Only"},
+                                        std::pair {"optBoth", "&Both"}}) {
+        Control& option = m_screen.addToFrame(frame, ControlKind::OptionButton, id(name), QLatin1String(caption));
+        option.onClick = [this] { markPassGenType(); };
+        m_screen.trackChanges(option, Flag);
+    }
+}
+
+void GeneralTab::buildPortFields(Control& panel)
+{
+    Control& frame = m_screen.addToFrame(panel, ControlKind::Frame, id("FServerPort"), QStringLiteral("Server Port"));
+    Control& defaultPort
+        = m_screen.addToFrame(frame, ControlKind::OptionButton, id("optDefaultPort"), QStringLiteral("Default Port (1001)"));
+    Control& otherPort = m_screen.addToFrame(frame, ControlKind::OptionButton, id("optOtherPort"),
+                                        QStringLiteral("Other Port (eg. 1006 - 63553):"));
+    Control& port = m_screen.addToFrame(frame, ControlKind::TextBox, id("txtServerPort"));
+    m_screen.addToFrame(frame, ControlKind::Label, id("lblPortNote"), QStringLiteral("(Note: Port 2000 is invalid)"));
+    defaultPort.onClick = [&port] {
+        port.setEnabled(false);
+        port.setText(DefaultPort);
+    };
+    otherPort.onClick = [&port] { port.setEnabled(true); };
+    keyrules::lockUntilReleased(port, keyrules::isNumericKey);
+    keyrules::selectAllOnFocus(port);
+    port.onLostFocus = [this] { leaveServerPort(); };
+    for (Control* control : {&defaultPort, &otherPort, &port})
+        m_screen.trackChanges(*control, Flag);
+}
+
+void GeneralTab::buildLoginLimit(Control& panel)
+{
+    Control& loadStart = m_screen.addToFrame(panel, ControlKind::CheckBox, id("chkLoadStart"),
+                                        QStringLiteral("Load Norvantis Server at  Windows &Startup"));
+    Control& frontDesk = m_screen.addToFrame(panel, ControlKind::CheckBox, id(FrontDeskBox.name),
+                                        QStringLiteral("Disable &FrontDesk from Connection"));
+    frontDesk.setToolTip(QStringLiteral("Deny any Norvantis FrontDesk from Connecting"));
+    Control& siteDate = m_screen.addToFrame(panel, ControlKind::CheckBox, id(SiteDateBox.name),
+                                       QStringLiteral("Set Server Time/Date with Remote Site"));
+    Control& limitBox = m_screen.addToFrame(panel, ControlKind::CheckBox, id(LogLimitBox.name),
+                                       QStringLiteral("Total Number of times all Generated tickets can Login :"));
+    Control& limit = m_screen.addToFrame(panel, ControlKind::TextBox, id("txtLogLimit"));
+    limitBox.onClick = [&limitBox, &limit] { limit.setEnabled(limitBox.isChecked()); };
+    // The box starts cleared, and the limit as a cleared box leaves it.
+    limitBox.fireClick();
+    keyrules::lockUntilReleased(limit, keyrules::isNumericKey);
+    keyrules::selectAllOnFocus(limit);
+    limit.onLostFocus = [this] { leaveLoginLimit(); };
+    for (Control* control : {&loadStart, &frontDesk, &siteDate, &limitBox, &limit})
+        m_screen.trackChanges(*control, Flag);
+}
+
+// ---- loading ----------------------------------------------------------------------------------
+
+void GeneralTab::load()
+{
+    const SessionPreferences stored = settings();
+    Control& list = field("cboBindType");
+    list.addItems({Automatic, CustomSetting, ComputerName, IpAddress});
+    field(optionsfield::TicketPrefix).setText(stored.text(keys::STR).left(3));
+    field("txtCurrency").setText(stored.text(keys::Currency).left(3));
+    for (const CheckField* box : {&SetTimeBox, &ShutDownClientsBox, &CheckConnectionBox, &SameIpBox})
+        showCheckValue(field(box->name), stored.text(*box->key));
+    loadBind();
+    loadPassGenType();
+    loadPort();
+    field("chkLoadStart").setValue(stored.truth(keys::LoadStart) ? CheckState::Checked : CheckState::Unchecked);
+    for (const CheckField* box : {&FrontDeskBox, &SiteDateBox, &LogLimitBox})
+        showCheckValue(field(box->name), stored.text(*box->key));
+    field("txtLogLimit").setText(stored.text(keys::VLogLimit));
+}
+
+void GeneralTab::loadBind()
+{
+    const General& session = m_screen.session();
+    Control& list = field("cboBindType");
+    const int row = list.findItem(settings().text(keys::BindType));
+    list.setListIndex(row < 0 ? 0 : row);
+    // A picked address shows as the host gave it; a loaded one in capitals.
+    if (list.text() == IpAddress)
+        field("txtBindType").setText(session.ServerPorts.toUpper());
+}
+
+void GeneralTab::loadPassGenType()
+{
+    const double type = settings().number(keys::PassGenType);
+    field(type == 1 ? "optNumberOnly" : type == 2 ? "optAlphabetOnly" : "optBoth").setValue(1);
+}
+
+void GeneralTab::loadPort()
+{
+    const SessionPreferences stored = settings();
+    field(stored.number(keys::ServerUse) == 1 ? "optOtherPort" : "optDefaultPort").setValue(1);
+    field("txtServerPort").setText(stored.text(keys::ServerPort));
+}
+
+// ---- rules of the fields ----------------------------------------------------------------------
+
+void GeneralTab::showBindChoice()
+{
+    const General& session = m_screen.session();
+    const QString choice = field("cboBindType").text();
+    Control& text = field("txtBindType");
+    if (choice == CustomSetting) {
+        text.setText(settings().text(keys::CUSTOMBIND, session.ServerPorts));
+        text.setBackColor(White);
+        m_screen.setFocus(text);
+        return;
+    }
+    text.setBackColor(ButtonFace);
+    if (choice == ComputerName)
+        text.setText(session.ServerPortName.toUpper());
+    else if (choice == IpAddress)
+        text.setText(session.ServerPorts);
+    else
+        text.setText(QStringLiteral("Automatic Bind Type"));
+}
+
+void GeneralTab::markPassGenType()
+{
+    for (const char* name : {"optNumberOnly", "optAlphabetOnly", "optBoth"}) {
+        Control& option = field(name);
+        option.setForeColor(option.value() != 0 ? Red : Black);
+    }
+}
+
+void GeneralTab::leaveCurrency()
+{
+    Control& currency = field("txtCurrency");
+    currency.setText(blank(currency.text()) ? QStringLiteral("N") : currency.text().toUpper());
+}
+
+void GeneralTab::leaveBindText()
+{
+    Control& text = field("txtBindType");
+    if (!blank(text.text()))
+        return;
+    m_screen.platform().messageBox(QStringLiteral("Value can't be blank!"), MsgStyle::Warning);
+    text.setText(m_screen.session().ServerPorts);
+    m_screen.setFocus(text);
+}
+
+void GeneralTab::leaveServerPort()
+{
+    Control& port = field("txtServerPort");
+    const QString text = port.text();
+    Platform& platform = m_screen.platform();
+    if (blank(text)) {
+        if (field("optOtherPort").value() != 0)
+            platform.messageBox(QStringLiteral("This Can't be Empty!"), MsgStyle::Stop);
+        port.setText(DefaultPort);
+        m_screen.setFocus(port);
+        return;
+    }
+    if (!legacy::IsNumeric(text)) {
+        platform.messageBox(QStringLiteral("Nonnumeric figure entered!"), MsgStyle::Warning);
+        port.setText(DefaultPort);
+        m_screen.setFocus(port);
+        return;
+    }
+    if (!portAllowed(text)) {
+        platform.messageBox(QStringLiteral("Port less that 1001 or 1002 to 1005 or 2000 or greater than 63553 is not "
+                                           "valid!"),
+                            MsgStyle::Warning);
+        port.setText(DefaultPort);
+        return;
+    }
+    const Control* external = m_screen.control(id(optionsfield::ExternalPort));
+    const std::optional<qint16> externalNumber = external ? legacy::CInt(external->text()) : std::nullopt;
+    if (externalNumber && legacy::CInt(text) == externalNumber) {
+        platform.messageBox(QStringLiteral("Server Port can't be the same with External Database Port!"),
+                            MsgStyle::Warning);
+        port.setText(DefaultPort);
+    }
+}
+
+void GeneralTab::leaveLoginLimit()
+{
+    Control& limit = field("txtLogLimit");
+    if (!legacy::IsNumeric(limit.text())) {
+        m_screen.platform().messageBox(QStringLiteral("The Login limit must have a numeric value!"), MsgStyle::Warning);
+        limit.setText(DefaultLoginLimit);
+        m_screen.setFocus(limit);
+    } else if (legacy::Val(limit.text()) < 1) {
+        m_screen.platform().messageBox(QStringLiteral("The Login has a minimum value of 1!"), MsgStyle::Warning);
+        limit.setText(QStringLiteral("1"));
+        m_screen.setFocus(limit);
+    }
+}
+
+// ---- Apply ------------------------------------------------------------------------------------
+
+bool GeneralTab::check()
+{
+    Control& port = field("txtServerPort");
+    if (!legacy::IsNumeric(port.text()))
+        port.setText(DefaultPort);
+    // A port beyond a 16-bit integer fails the comparison, and SimComp keeps its stored value.
+    if (const std::optional<qint16> number = legacy::CInt(port.text())) {
+        SessionPreferences stored = settings();
+        stored.save(keys::SimComp, *number <= m_screen.session().MaxComputers ? port.text() : QStringLiteral("5"));
+    }
+    Platform& platform = m_screen.platform();
+    if (blank(field("txtBindType").text())) {
+        platform.messageBox(QStringLiteral("Value can't be blank!"), MsgStyle::Warning);
+        m_screen.selectTab(Flag);
+        m_screen.setFocus(field("txtBindType"));
+        return false;
+    }
+    if (!legacy::IsNumeric(field("txtLogLimit").text())) {
+        platform.messageBox(QStringLiteral("The Log in limit must have a numeric value!"), MsgStyle::Warning);
+        m_screen.selectTab(Flag);
+        // The night time start stands on another tab, hidden now: the focus does not go there.
+        if (Control* nightStart = m_screen.control(id(optionsfield::NightTimeStart)))
+            m_screen.setFocus(*nightStart);
+        return false;
+    }
+    return true;
+}
+
+void GeneralTab::apply(Recordset& options)
+{
+    SessionPreferences stored = settings();
+    const auto checkValue = [this](const CheckField& box) { return QString::number(field(box.name).value()); };
+    stored.save(keys::ServerUse, field("optOtherPort").value() != 0 ? QStringLiteral("1") : QStringLiteral("0"));
+    stored.save(keys::ServerPort, field("txtServerPort").text());
+    stored.save(keys::SetTime, checkValue(SetTimeBox));
+    stored.save(keys::SameIP, checkValue(SameIpBox));
+    stored.save(keys::LoadStart, field("chkLoadStart").isChecked() ? QStringLiteral("True") : QStringLiteral("False"));
+    const QString prefix = storedPrefix(field(optionsfield::TicketPrefix).text());
+    const QString currency = field("txtCurrency").text();
+    stored.save(keys::STR, prefix);
+    stored.save(keys::Currency, currency);
+    options.setValue(QStringLiteral("TicketIniName"), prefix);
+    stored.save(keys::ShutDownClients, checkValue(ShutDownClientsBox));
+    stored.save(keys::CheckConnection, checkValue(CheckConnectionBox));
+    stored.save(keys::LogLimit, checkValue(LogLimitBox));
+    stored.save(keys::VLogLimit, field("txtLogLimit").text());
+    stored.save(keys::FrontDesk, checkValue(FrontDeskBox));
+    stored.save(keys::SiteDate, checkValue(SiteDateBox));
+    options.setValue(QStringLiteral("Currency"), currency.toUpper());
+    const QString type = field("optNumberOnly").value() != 0     ? QStringLiteral("1")
+                         : field("optAlphabetOnly").value() != 0 ? QStringLiteral("2")
+                                                                  : QStringLiteral("3");
+    stored.save(keys::PassGenType, type);
+    saveBind();
+}
+
+void GeneralTab::saveBind()
+{
+    SessionPreferences stored = settings();
+    const QString choice = field("cboBindType").text();
+    if (blank(choice)) {
+        stored.save(keys::BindType, Automatic);
+        return;
+    }
+    if (choice == CustomSetting)
+        stored.save(keys::CUSTOMBIND, field("txtBindType").text().toUpper());
+    stored.save(keys::BindType, choice);
+}
+
+} // namespace marlet
