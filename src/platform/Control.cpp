@@ -263,7 +263,7 @@ void Control::removeItem(int i)
     if (i < m_itemTips.size())
         m_itemTips.removeAt(i);
     if (m_multiSelect)
-        m_selected.erase(m_selected.begin() + i);
+        m_selected.removeAt(i);
     m_lastItemsChange = {ItemsChange::Kind::Removed, i};
     emit changed(Property::Items);
     if (m_listIndex == i)
@@ -314,7 +314,7 @@ bool Control::selected(int i) const
 {
     if (!m_multiSelect)
         return i == m_listIndex && i >= 0;
-    return i >= 0 && size_t(i) < m_selected.size() && m_selected[size_t(i)];
+    return i >= 0 && i < m_selected.size() && m_selected.at(i);
 }
 
 void Control::setSelected(int i, bool selected)
@@ -327,9 +327,9 @@ void Control::setSelected(int i, bool selected)
         return;
     }
     m_selected.resize(m_items.size(), false);
-    if (m_selected[size_t(i)] == selected)
+    if (m_selected.at(i) == selected)
         return;
-    m_selected[size_t(i)] = selected;
+    m_selected[i] = selected;
     emit changed(Property::Selection);
 }
 
@@ -337,7 +337,7 @@ int Control::selectedCount() const
 {
     if (!m_multiSelect)
         return m_listIndex >= 0 ? 1 : 0;
-    return int(std::count(m_selected.begin(), m_selected.end(), true));
+    return int(m_selected.count(true));
 }
 
 void Control::setDateTime(const QDateTime& value)

@@ -280,7 +280,8 @@ private:
     int m_listIndex = -1;
     bool m_multiSelect = false;
     bool m_editable = false;
-    std::vector<bool> m_selected;
+    // A list of flags rather than packed bits: removing the first entry of a long list stays cheap.
+    QList<bool> m_selected;
     QDateTime m_dateTime;
     QString m_customFormat;
     QByteArray m_picture;
