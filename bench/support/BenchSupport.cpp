@@ -5,6 +5,7 @@
 #include "platform/Operator.h"
 #include "platform/ScriptedPlatform.h"
 #include "shell/Component.h"
+#include "shell/TimerDll.h"
 #include "store/DatabaseInit.h"
 
 #include <QElapsedTimer>
@@ -293,28 +294,41 @@ void makeDataSet(const Database& database, int rows)
     std::fflush(stdout);
 }
 
-void onGenerateScreen(const Database& database, ScriptedPlatform& platform, const std::function<void(GenAcc&)>& work)
+void onScreen(const Database& database,
+    ScriptedPlatform& platform,
+    const std::function<void(TimerDll&)>& open,
+    const std::function<void(Form&)>& work)
 {
     Component component(
         platform, database.folder() + QStringLiteral("/prefs"), database.folder() + QStringLiteral("/app"));
     bool shown = false;
     platform.queueAction([&](Form& top) {
+        shown = true;
+        work(top);
+        if (!Operator::closeWindow(top))
+            fail(top.name() + QStringLiteral(" refused to close"));
+    });
+    open(component.timerDll());
+    platform.finish();
+    if (!shown || !platform.failures().isEmpty())
+        fail(QStringLiteral("the screen did not go as expected:\n") + platform.failures().join(u'\n'));
+}
+
+void onGenerateScreen(const Database& database, ScriptedPlatform& platform, const std::function<void(GenAcc&)>& work)
+{
+    const auto open = [&](TimerDll& host) {
+        host.LoadGenAc(database.connectionString(),
+            QStringLiteral("Norvantis"),
+            QStringLiteral("ADMINISTRATOR"),
+            0,
+            QStringLiteral("C:\\Norvantis\\Server.exe"));
+    };
+    onScreen(database, platform, open, [&](Form& top) {
         auto* screen = dynamic_cast<GenAcc*>(&top);
         if (!screen)
             fail(QStringLiteral("the generate screen did not open, ") + top.name() + QStringLiteral(" did"));
-        shown = true;
         work(*screen);
-        if (!Operator::closeWindow(top))
-            fail(QStringLiteral("the generate screen refused to close"));
     });
-    component.timerDll().LoadGenAc(database.connectionString(),
-        QStringLiteral("Norvantis"),
-        QStringLiteral("ADMINISTRATOR"),
-        0,
-        QStringLiteral("C:\\Norvantis\\Server.exe"));
-    platform.finish();
-    if (!shown || !platform.failures().isEmpty())
-        fail(QStringLiteral("the generate screen did not go as expected:\n") + platform.failures().join(u'\n'));
 }
 
 PlainDatabase::PlainDatabase(const QString& path)

@@ -13,7 +13,9 @@ struct sqlite3;
 struct sqlite3_stmt;
 
 namespace marlet {
+class Form;
 class GenAcc;
+class TimerDll;
 class ScriptedPlatform;
 struct TicketValues;
 } // namespace marlet
@@ -120,6 +122,14 @@ private:
 void fillTickets(const QString& path, int rows);
 // The same, with a line saying how long it took.
 void makeDataSet(const Database& database, int rows);
+
+// Runs `open`, an entry operation of the host, on the scripted platform over the database, with a
+// preference store of the database's folder; runs `work` on the screen it shows and closes it.
+// Whatever the platform found unexpected fails the benchmark.
+void onScreen(const Database& database,
+    ScriptedPlatform& platform,
+    const std::function<void(TimerDll&)>& open,
+    const std::function<void(Form&)>& work);
 
 // Opens the generate screen as the host does (LoadGenAc) on the scripted platform, over the
 // database, with a preference store of the database's folder; runs `work` on the open screen and

@@ -1,0 +1,401 @@
+// The recycle bin screen with 10,000 deleted tickets in the bin, against a plain SQLite program
+// doing the same statements: loading the list, a click on an entry and a search (each showing one
+// bin row), restoring and destroying 1,000 selected entries, emptying the bin, and "Restore All".
+// The bin's tickets are taken out of a ticket table of N rows, as deleting them would.
+//
+//   bench_recyclebin [--rows N]   N tickets stored, 100,000 unless given; the bin holds 10,000 of
+//                                 them, or half of N when N is smaller
+
+#include "support/BenchSupport.h"
+
+#include "platform/Control.h"
+#include "platform/Form.h"
+#include "platform/Operator.h"
+#include "platform/ScriptedPlatform.h"
+#include "shell/TimerDll.h"
+#include "store/Connection.h"
+
+#include <QCoreApplication>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <vector>
+
+using namespace marlet;
+using namespace marlet::bench;
+
+namespace {
+
+constexpr int MostSelected = 1000;
+constexpr int Lookups = 1000;
+// Bulk work may take at most three times the plain program's time; showing one bin row, a lookup
+// by user name, stays under the lookup bound of the ticket store.
+constexpr double MostRatio = 3.0;
+constexpr double LookupMilliseconds = 0.2;
+const QDateTime Now(QDate(2024, 3, 20), QTime(10, 0));
+
+QString name(const char* text)
+{
+    return QLatin1String(text);
+}
+
+// ---- the data ------------------------------------------------------------------------------------
+
+// Moves the first `size` tickets into the bin once, and keeps a copy of the bin in a table of the
+// benchmark's own, so that every run can start from the same bin and ticket table.
+void takeIntoBin(const QString& path, int size)
+{
+    PlainDatabase db(path);
+    db.exec("BEGIN");
+    const QByteArray copy = "CREATE TABLE \"BenchBin\" AS SELECT *, '15/03/24/09:00' AS \"DateTimeDeleted\", "
+                            "'Deleted by User.' AS \"Reason\" FROM \"Account\" WHERE \"Username\" < '"
+        + ticketName(size).toLatin1() + "'";
+    db.exec(copy.constData());
+    db.exec("COMMIT");
+}
+
+void resetBin(const QString& path)
+{
+    PlainDatabase db(path);
+    db.exec("BEGIN");
+    db.exec("DELETE FROM \"Account\" WHERE \"Username\" IN (SELECT \"Username\" FROM \"BenchBin\")");
+    db.exec("DELETE FROM \"RecycleBin\"");
+    db.exec("INSERT INTO \"RecycleBin\" SELECT * FROM \"BenchBin\"");
+    db.exec("COMMIT");
+}
+
+qint64 count(const QString& path, const QByteArray& sql)
+{
+    PlainDatabase db(path);
+    PlainStatement statement(db, sql);
+    return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : -1;
+}
+
+void expectCount(const QString& path, const QByteArray& sql, qint64 expected, const QString& what)
+{
+    const qint64 found = count(path, sql);
+    if (found != expected)
+        fail(QStringLiteral("%1: %2 rows, %3 expected").arg(what).arg(found).arg(expected));
+}
+
+void expectBin(const QString& path, qint64 expected, const QString& what)
+{
+    expectCount(path, "SELECT count(*) FROM \"RecycleBin\"", expected, what);
+}
+
+// ---- Marlet --------------------------------------------------------------------------------------
+
+void openBin(const Database& data, ScriptedPlatform& platform, const std::function<void(Form&)>& work)
+{
+    const auto open = [&](TimerDll& host) { host.LoadRecycleBin(data.connectionString(), QStringLiteral("Norvantis")); };
+    onScreen(data, platform, open, [&](Form& screen) {
+        if (screen.name() != QLatin1String("RecycleBin"))
+            fail(QStringLiteral("the recycle bin did not open, ") + screen.name() + QStringLiteral(" did"));
+        work(screen);
+    });
+}
+
+void expectAnswered(const ScriptedPlatform& platform, const QString& what)
+{
+    if (platform.pendingMessages() != 0 || platform.pendingInputs() != 0)
+        fail(what + QStringLiteral(" did not ask and answer as expected:\n") + platform.failures().join(u'\n'));
+}
+
+Figure refresh(Form& screen, ScriptedPlatform& platform, int size)
+{
+    platform.expectMessage(QStringLiteral("Refresh ReCycle Bin List?"), MsgStyle::YesNoQuestion, MsgResult::Yes);
+    Figure figure {QStringLiteral("load the list (Re&fresh)")};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.timeMarlet([&] { Operator::click(screen[name("Command7")]); });
+    expectAnswered(platform, figure.operation);
+    if (screen[name("List1")].listCount() != size
+        || screen[name("Label3")].caption() != QStringLiteral("Total: %1").arg(size))
+        fail(QStringLiteral("the list holds %1 entries").arg(screen[name("List1")].listCount()));
+    figure.note = QStringLiteral("%1 entries").arg(size);
+    return figure;
+}
+
+Figure clickEntries(Form& screen)
+{
+    Control& list = screen[name("List1")];
+    Figure figure {QStringLiteral("click on an entry, its report")};
+    figure.target = Target::below(LookupMilliseconds);
+    figure.timeMarlet(
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                Operator::pick(list, (i * 7) % list.listCount());
+        },
+        1,
+        Lookups);
+    if (!screen[name("Text1")].text().startsWith(QStringLiteral("Date/Time Deleted: \t15/03/24/09:00")))
+        fail(QStringLiteral("the report reads \"%1\"").arg(screen[name("Text1")].text()));
+    figure.note = QStringLiteral("average of %1").arg(Lookups);
+    return figure;
+}
+
+Figure search(Form& screen, ScriptedPlatform& platform, int size)
+{
+    for (int i = 0; i < Lookups; ++i)
+        platform.expectInput(ticketName((i * 13) % size));
+    Figure figure {QStringLiteral("&Search, its report")};
+    figure.target = Target::below(LookupMilliseconds);
+    figure.timeMarlet(
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                Operator::click(screen[name("Command4")]);
+        },
+        1,
+        Lookups);
+    expectAnswered(platform, figure.operation);
+    if (!screen[name("Text1")].text().startsWith(QStringLiteral("TicketGrp&No: \t")))
+        fail(QStringLiteral("the search report reads \"%1\"").arg(screen[name("Text1")].text()));
+    figure.note = QStringLiteral("average of %1").arg(Lookups);
+    return figure;
+}
+
+// How many entries are restored and then destroyed: a tenth of the bin, 1,000 at most.
+int selectedOf(int size)
+{
+    return std::min(MostSelected, size / 10);
+}
+
+// The positions of `count` entries spread evenly over a list, from its end.
+std::vector<int> spread(int entries, int count)
+{
+    const int step = std::max(1, entries / count);
+    std::vector<int> positions;
+    for (int i = entries - 1; i >= 0 && int(positions.size()) < count; i -= step)
+        positions.push_back(i);
+    return positions;
+}
+
+void selectSome(Control& list, int size)
+{
+    for (int i = 0; i < list.listCount(); ++i)
+        list.setSelected(i, false);
+    for (int position : spread(list.listCount(), selectedOf(size)))
+        list.setSelected(position, true);
+}
+
+Figure restoreSelected(Form& screen, ScriptedPlatform& platform, int size)
+{
+    selectSome(screen[name("List1")], size);
+    platform.expectMessage(
+        QStringLiteral("Restore %1 Selected Items?").arg(selectedOf(size)), MsgStyle::YesNoQuestion, MsgResult::Yes);
+    platform.expectMessage(QStringLiteral("Selected Item Restored Successfully!"), MsgStyle::Info);
+    Figure figure {QStringLiteral("&Restore selected entries")};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
+    figure.timeMarlet([&] { Operator::click(screen[name("Command1")]); });
+    expectAnswered(platform, figure.operation);
+    return figure;
+}
+
+Figure deleteSelected(Form& screen, ScriptedPlatform& platform, int size)
+{
+    selectSome(screen[name("List1")], size);
+    platform.expectMessage(QStringLiteral("Delete %1 Selected Items Permanently? ").arg(selectedOf(size)),
+        MsgStyle::YesNoQuestionNoDefault,
+        MsgResult::Yes);
+    platform.expectMessage(QStringLiteral("Selected Items Deleted Successfully!"), MsgStyle::Info);
+    Figure figure {QStringLiteral("&Delete selected entries")};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
+    figure.timeMarlet([&] { Operator::click(screen[name("Command2")]); });
+    expectAnswered(platform, figure.operation);
+    return figure;
+}
+
+Figure empty(Form& screen, ScriptedPlatform& platform)
+{
+    const int entries = screen[name("List1")].listCount();
+    platform.expectMessage(QStringLiteral("Empty Recycle Bin"), MsgStyle::YesNoQuestion, MsgResult::Yes);
+    platform.expectMessage(QStringLiteral("Recycle Bin Emptied!"), MsgStyle::Info);
+    Figure figure {QStringLiteral("Empty Recycle &Bin")};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.timeMarlet([&] { Operator::click(screen[name("Command3")]); });
+    expectAnswered(platform, figure.operation);
+    figure.note = QStringLiteral("%1 entries").arg(entries);
+    return figure;
+}
+
+Figure restoreAll(Form& screen, ScriptedPlatform& platform)
+{
+    platform.expectMessage(QStringLiteral("Restore ALL? "), MsgStyle::YesNoQuestion, MsgResult::Yes);
+    platform.expectMessage(QStringLiteral("Include Zero Tickets also? "), MsgStyle::YesNoQuestion, MsgResult::Yes);
+    platform.expectMessage(QStringLiteral("Ticket(s) Restored Successfully!"), MsgStyle::Info);
+    Figure figure {QStringLiteral("Restore All")};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.note = QStringLiteral("%1 entries").arg(screen[name("List1")].listCount());
+    figure.timeMarlet([&] { Operator::click(screen[name("Command6")]); });
+    expectAnswered(platform, figure.operation);
+    return figure;
+}
+
+// ---- the plain program ---------------------------------------------------------------------------
+
+// The same statements as the screen, prepared once. Where the screen reads a row, every column of it
+// is read.
+class PlainBin
+{
+public:
+    PlainBin(const QString& path, Connection& connection, int accountColumns)
+        : m_db(path)
+        , m_accountColumns(accountColumns)
+        , m_all(m_db, sql(connection, QStringLiteral("select * from RecycleBin")))
+        , m_one(m_db, sql(connection, QStringLiteral("select * from RecycleBin where Username = '{}'"), {QString()}))
+        , m_ticket(m_db, sql(connection, QStringLiteral("Select * from Account where username = '{}'"), {QString()}))
+        , m_insert(m_db, "INSERT INTO \"Account\" VALUES (" + placeholders(accountColumns) + ")")
+        , m_remove(m_db, sql(connection, QStringLiteral("Delete * from RecycleBin where Username = '{}'"), {QString()}))
+        , m_empty(m_db, sql(connection, QStringLiteral("Delete * from RecycleBin")))
+    {
+    }
+
+    std::vector<QByteArray> load()
+    {
+        std::vector<QByteArray> names;
+        while (sqlite3_step(m_all.get()) == SQLITE_ROW) {
+            m_checksum += readRow(m_all.get());
+            names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(m_all.get(), 2)));
+        }
+        sqlite3_reset(m_all.get());
+        return names;
+    }
+
+    void show(const QByteArray& entry)
+    {
+        m_one.bindText(1, entry);
+        m_checksum += m_one.readAll();
+    }
+
+    void restore(const QByteArray& entry)
+    {
+        m_one.bindText(1, entry);
+        if (sqlite3_step(m_one.get()) == SQLITE_ROW) {
+            m_ticket.bindText(1, entry);
+            m_checksum += m_ticket.readAll();
+            for (int c = 0; c < m_accountColumns; ++c)
+                sqlite3_bind_value(m_insert.get(), c + 1, sqlite3_column_value(m_one.get(), c));
+            if (!m_insert.run())
+                fail(QStringLiteral("the plain program could not restore ") + QString::fromLatin1(entry));
+        }
+        sqlite3_reset(m_one.get());
+        destroy(entry);
+    }
+
+    void destroy(const QByteArray& entry)
+    {
+        m_remove.bindText(1, entry);
+        m_remove.run();
+    }
+
+    void empty() { m_empty.run(); }
+
+private:
+    static QByteArray sql(Connection& connection, const QString& pattern, const QVariantList& values = {})
+    {
+        return connection.translate(Statement(pattern, values)).sql.toUtf8();
+    }
+
+    static QByteArray placeholders(int count)
+    {
+        QByteArray list = "?";
+        for (int i = 1; i < count; ++i)
+            list += ",?";
+        return list;
+    }
+
+    PlainDatabase m_db;
+    int m_accountColumns;
+    PlainStatement m_all;
+    PlainStatement m_one;
+    PlainStatement m_ticket;
+    PlainStatement m_insert;
+    PlainStatement m_remove;
+    PlainStatement m_empty;
+    qint64 m_checksum = 0;
+};
+
+std::vector<QByteArray> chosenOf(const std::vector<QByteArray>& names, int size)
+{
+    std::vector<QByteArray> chosen;
+    for (int position : spread(int(names.size()), selectedOf(size)))
+        chosen.push_back(names[std::size_t(position)]);
+    return chosen;
+}
+
+void timePlain(std::vector<Figure>& figures, const Database& data, Connection& connection, int size)
+{
+    PlainDatabase probe(data.path());
+    PlainStatement columns(probe, "SELECT * FROM \"Account\" LIMIT 0");
+    PlainBin bin(data.path(), connection, sqlite3_column_count(columns.get()));
+    resetBin(data.path());
+    std::vector<QByteArray> names;
+    figures[0].timePlain([&] { names = bin.load(); });
+    figures[1].timePlain([&] {
+        for (int i = 0; i < Lookups; ++i)
+            bin.show(names[std::size_t((i * 7) % size)]);
+    }, 1, Lookups);
+    figures[2].timePlain([&] {
+        for (int i = 0; i < Lookups; ++i)
+            bin.show(names[std::size_t((i * 13) % size)]);
+    }, 1, Lookups);
+    figures[3].timePlain([&] {
+        for (const QByteArray& entry : chosenOf(names, size))
+            bin.restore(entry);
+    });
+    names = bin.load();
+    figures[4].timePlain([&] {
+        for (const QByteArray& entry : chosenOf(names, size))
+            bin.destroy(entry);
+    });
+    figures[5].timePlain([&] { bin.empty(); });
+    resetBin(data.path());
+    names = bin.load();
+    figures[6].timePlain([&] {
+        for (auto entry = names.rbegin(); entry != names.rend(); ++entry)
+            bin.restore(*entry);
+    });
+    expectBin(data.path(), 0, QStringLiteral("the bin after the plain program's Restore All"));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    const int rows = rowsArgument(argc, argv);
+    const int size = std::min(10000, rows / 2);
+    printHeader("Recycle bin benchmark: the screen over a bin of 10,000 tickets", rows);
+    Database data;
+    makeDataSet(data, rows);
+    takeIntoBin(data.path(), size);
+    resetBin(data.path());
+
+    ScriptedPlatform platform;
+    platform.setNow(Now);
+    std::vector<Figure> figures;
+    openBin(data, platform, [&](Form& screen) {
+        figures.push_back(refresh(screen, platform, size));
+        figures.push_back(clickEntries(screen));
+        figures.push_back(search(screen, platform, size));
+        figures.push_back(restoreSelected(screen, platform, size));
+        expectBin(data.path(), size - selectedOf(size), QStringLiteral("the bin after restoring"));
+        figures.push_back(deleteSelected(screen, platform, size));
+        expectBin(data.path(), size - 2 * selectedOf(size), QStringLiteral("the bin after destroying"));
+        figures.push_back(empty(screen, platform));
+        expectBin(data.path(), 0, QStringLiteral("the emptied bin"));
+    });
+    resetBin(data.path());
+    openBin(data, platform, [&](Form& screen) {
+        figures.push_back(restoreAll(screen, platform));
+        expectBin(data.path(), 0, QStringLiteral("the bin after Restore All"));
+        expectCount(data.path(), "SELECT count(*) FROM \"Account\"", rows, QStringLiteral("the tickets after Restore All"));
+    });
+    Connection plainConnection;
+    plainConnection.Open(data.connectionString());
+    timePlain(figures, data, plainConnection, size);
+    printFigures(figures);
+    return 0;
+}
