@@ -66,6 +66,11 @@ constexpr int White = 0xFFFFFF;
 
 } // namespace
 
+const char* Options::panelName(int flag)
+{
+    return PanelNames[flag];
+}
+
 Options::Options(General& session)
     : Form(session.platform, QStringLiteral("Options"))
     , m_session(session)
@@ -143,7 +148,7 @@ void Options::buildTabs()
     tabs.onClick = [this] { switchTab(); };
     // Every page builds its controls now, so that a rule of one page can reach a field of another.
     for (int flag = 0; flag <= SmsFlag; ++flag) {
-        Control& panel = add(ControlKind::Frame, id(PanelNames[flag]));
+        Control& panel = add(ControlKind::Frame, id(panelName(flag)));
         panel.setVisible(false);
         m_panels[size_t(flag)] = &panel;
         m_pages[size_t(flag)] = createOptionsTab(flag, *this);

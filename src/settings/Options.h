@@ -21,6 +21,9 @@ public:
     static constexpr int FlagCount = 14;
     static constexpr int SmsFlag = 10;
 
+    // The name of the panel of each page, by flag; the SMS panel's is the last.
+    static const char* panelName(int flag);
+
     explicit Options(General& session);
     ~Options() override;
 

@@ -9,7 +9,6 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QTabBar>
 #include <QTableView>
 
 namespace marlet::views {
@@ -20,17 +19,6 @@ namespace {
 constexpr int numberFieldWidth = 80;
 constexpr int textFieldWidth = 160;
 constexpr int timeFieldWidth = 80;
-
-// The five tab frames take turns in one cell of a grid. The model shows one and hides the others;
-// a hidden one keeps its size, so the cell is as large as the largest frame and the window does
-// not jump when the tab changes.
-void addTakingTurns(QGridLayout& cell, QWidget* panel)
-{
-    QSizePolicy policy = panel->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    panel->setSizePolicy(policy);
-    cell.addWidget(panel, 0, 0);
-}
 
 QWidget* sized(QWidget* field, int width)
 {
@@ -314,27 +302,17 @@ void buildGenAccView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
 
-    // The tab bar sits on the frame area as the tabs of a tab widget do.
-    auto* tabbed = new QVBoxLayout;
-    tabbed->setSpacing(0);
-    if (auto* tabs = kit.make<QTabBar>("TabStrip1", &root)) {
-        tabs->setExpanding(false);
-        tabs->setDrawBase(false);
-        tabbed->addWidget(tabs);
-    }
-    auto* area = new QFrame(&root);
-    area->setObjectName(QStringLiteral("frameArea"));
-    area->setFrameShape(QFrame::StyledPanel);
-    auto* cell = new QGridLayout(area);
+    const TabbedArea tabbed = tabbedArea(kit, root, "TabStrip1", QStringLiteral("frameArea"));
+    QWidget* area = tabbed.area;
     for (auto* page : {newTicketPage(kit, area),
              customTicketPage(kit, area),
              membershipPage(kit, area),
              existingTicketPage(kit, area),
              settingsPage(kit, area)})
-        addTakingTurns(*cell, page);
-    cell->addWidget(progressPanel(kit, area), 0, 0, Qt::AlignVCenter);
-    tabbed->addWidget(area);
-    layout->addLayout(tabbed);
+        addTakingTurns(*tabbed.cell, page);
+    tabbed.cell->addWidget(progressPanel(kit, area), 0, 0, Qt::AlignVCenter);
+    tabbed.layout->addWidget(area);
+    layout->addLayout(tabbed.layout);
 
     if (QTableView* grid = ticketGrid(kit, root))
         layout->addWidget(grid, 1);

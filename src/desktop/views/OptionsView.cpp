@@ -1,16 +1,14 @@
 #include "desktop/views/OptionsView.h"
 
 #include "desktop/views/ViewKit.h"
+#include "settings/Options.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
-#include <QFrame>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTabBar>
 
 namespace marlet::views {
 
@@ -21,33 +19,11 @@ constexpr int portFieldWidth = 70;
 constexpr int bindFieldWidth = 170;
 constexpr int settingsFieldWidth = 70;
 
-// The panels of the pages in the order of their flags; the last one, the SMS panel, never shows.
-constexpr const char* Panels[] = {"FGeneral",
-                                  "FUserAccount",
-                                  "FTicketSetting",
-                                  "FMaintenance",
-                                  "FAutomatedAction",
-                                  "FClientOption",
-                                  "FPrintMonitor",
-                                  "FQuickTicket",
-                                  "FIncludeExclude",
-                                  "FPOS",
-                                  "FSMS"};
-
 QWidget* sized(QWidget* field, int width)
 {
     if (field)
         field->setFixedWidth(width);
     return field;
-}
-
-// The panels take turns in one cell: a hidden one keeps its size, so the window does not jump.
-void addTakingTurns(QGridLayout& cell, QWidget* panel)
-{
-    QSizePolicy policy = panel->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    panel->setSizePolicy(policy);
-    cell.addWidget(panel, 0, 0);
 }
 
 QVBoxLayout* column(ViewKit& kit, QWidget* parent, std::initializer_list<const char*> names)
@@ -144,26 +120,13 @@ void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
 
-    // The tab bar sits on the panel area as the tabs of a tab widget do.
-    auto* tabbed = new QVBoxLayout;
-    tabbed->setSpacing(0);
-    if (auto* tabs = kit.make<QTabBar>("TabStrip1", &root)) {
-        tabs->setExpanding(false);
-        tabs->setDrawBase(false);
-        tabbed->addWidget(tabs);
-    }
-    auto* area = new QFrame(&root);
-    area->setObjectName(QStringLiteral("panelArea"));
-    area->setFrameShape(QFrame::StyledPanel);
-    auto* cell = new QGridLayout(area);
-    addTakingTurns(*cell, generalPage(kit, area));
+    const TabbedArea tabbed = tabbedArea(kit, root, "TabStrip1", QStringLiteral("panelArea"));
+    addTakingTurns(*tabbed.cell, generalPage(kit, tabbed.area));
     // The other pages' fields come with their own work; their panels already take turns here.
-    for (const char* panel : Panels) {
-        if (QLatin1String(panel) != QLatin1String("FGeneral"))
-            addTakingTurns(*cell, kit.frame(panel, new QWidget(area)));
-    }
-    tabbed->addWidget(area, 1);
-    layout->addLayout(tabbed, 1);
+    for (int flag = 1; flag <= Options::SmsFlag; ++flag)
+        addTakingTurns(*tabbed.cell, kit.frame(Options::panelName(flag), new QWidget(tabbed.area)));
+    tabbed.layout->addWidget(tabbed.area, 1);
+    layout->addLayout(tabbed.layout, 1);
     layout->addLayout(buttonRow(kit, root));
 }
 

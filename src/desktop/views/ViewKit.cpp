@@ -7,7 +7,11 @@
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QFrame>
+#include <QGridLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QTabBar>
 
 #include <algorithm>
 
@@ -43,6 +47,20 @@ QWidget* ViewKit::make(const char* name, QWidget* parent)
     if (auto* list = qobject_cast<QComboBox*>(widget))
         list->setSizePolicy(QSizePolicy::Minimum, list->sizePolicy().verticalPolicy());
     return widget;
+}
+
+QPlainTextEdit* ViewKit::reportBox(const char* name, QWidget* parent, QSize minimum)
+{
+    constexpr int tabCharacters = 8;
+    Control* text = control(name);
+    if (!text)
+        return nullptr;
+    auto* report = new QPlainTextEdit(parent);
+    report->setLineWrapMode(QPlainTextEdit::NoWrap);
+    report->setMinimumSize(minimum);
+    report->setTabStopDistance(tabCharacters * report->fontMetrics().horizontalAdvance(u'x'));
+    m_widgets.add(*text, report);
+    return report;
 }
 
 QLabel* ViewKit::label(const char* name, QWidget* parent)
@@ -132,6 +150,32 @@ void alignLabels(std::initializer_list<QFormLayout*> forms)
         if (auto* text = qobject_cast<QLabel*>(label))
             text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
+}
+
+TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const char* tabStrip, const QString& areaName)
+{
+    TabbedArea tabbed;
+    tabbed.layout = new QVBoxLayout;
+    tabbed.layout->setSpacing(0);
+    if (auto* tabs = kit.make<QTabBar>(tabStrip, &root)) {
+        tabs->setExpanding(false);
+        tabs->setDrawBase(false);
+        tabbed.layout->addWidget(tabs);
+    }
+    auto* area = new QFrame(&root);
+    area->setObjectName(areaName);
+    area->setFrameShape(QFrame::StyledPanel);
+    tabbed.area = area;
+    tabbed.cell = new QGridLayout(area);
+    return tabbed;
+}
+
+void addTakingTurns(QGridLayout& cell, QWidget* page)
+{
+    QSizePolicy policy = page->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    page->setSizePolicy(policy);
+    cell.addWidget(page, 0, 0);
 }
 
 void fixWindowSize(QWidget& root)

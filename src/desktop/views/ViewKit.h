@@ -7,8 +7,11 @@
 
 class QBoxLayout;
 class QFormLayout;
+class QGridLayout;
 class QHBoxLayout;
 class QLabel;
+class QPlainTextEdit;
+class QVBoxLayout;
 
 namespace marlet {
 
@@ -35,6 +38,9 @@ public:
     {
         return qobject_cast<T*>(make(name, parent));
     }
+    // A text box of several lines for a report that the screen writes: no wrapping, and tabs of
+    // eight characters, as the report lines up its values with them.
+    QPlainTextEdit* reportBox(const char* name, QWidget* parent, QSize minimum);
     // A label control placed beside a field: one line, centred on the field.
     QLabel* label(const char* name, QWidget* parent);
     // A frame of the form shown as `widget` (a page, a panel, a group box); returns it.
@@ -70,6 +76,20 @@ void addAll(QBoxLayout& box, std::initializer_list<QWidget*> widgets);
 // Makes the label columns of separate form layouts as wide as the widest of them, so that their
 // fields line up.
 void alignLabels(std::initializer_list<QFormLayout*> forms);
+// A tab strip over an area whose pages take turns in one cell, as the tabs of a tab widget look.
+// The strip's control decides which page shows, so the pages are plain widgets added with
+// addTakingTurns; `layout` holds the strip above the area.
+struct TabbedArea
+{
+    QVBoxLayout* layout = nullptr;
+    QWidget* area = nullptr;
+    QGridLayout* cell = nullptr;
+};
+TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const char* tabStrip, const QString& areaName);
+// Adds a page to the area's cell: a hidden page keeps its size, so the window does not jump when
+// the pages change.
+void addTakingTurns(QGridLayout& cell, QWidget* page);
+
 // The window the view sits in takes its size from the layout and is not resized by hand: for
 // small dialogs without a list.
 void fixWindowSize(QWidget& root);
