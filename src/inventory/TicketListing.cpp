@@ -1,6 +1,8 @@
 #include "inventory/TicketListing.h"
 
 #include "inventory/TicketDeletion.h"
+#include "inventory/TicketRecharge.h"
+#include "inventory/TicketSearch.h"
 #include "issuing/GenAcc.h"
 #include "issuing/GenAccControls.h"
 #include "issuing/TicketRow.h"
@@ -106,19 +108,26 @@ void TicketListing::build(GenAcc& screen, Control& frame)
     Control& menu = screen.add(ControlKind::Menu, name("m_click"));
     menu.setVisible(false);
     addMenuItem(screen, menu, "m_searchs", QStringLiteral("&Search for Ticket..."));
+    screen[name("m_searchs")].onClick = [&screen] { TicketSearch(screen).search(SearchByUsername); };
     addMenuItem(screen, menu, "m_Dels", QStringLiteral("&Delete Ticket"));
     screen[name("m_Dels")].onClick = [&screen] { TicketDeletion(screen).deleteGridTicket(); };
     addMenuItem(screen, menu, "m_Rec", QStringLiteral("&Recharge Ticket"));
+    screen[name("m_Rec")].onClick = [&screen] { TicketRecharge(screen).recharge(TicketSource::GridRow); };
     addMenuItem(screen, menu, "m_ChangePass", QStringLiteral("Change Ticket's &Password"));
+    screen[name("m_ChangePass")].onClick = [&screen] { TicketSearch(screen).changePassword(TicketSource::GridRow); };
     addMenuItem(screen, menu, "m_separator", QStringLiteral("-"));
     addMenuItem(screen, menu, "m_cancel", QStringLiteral("Can&cel"));
 
     addTextCommand(screen, frame, "m_search", QStringLiteral("Search for a Ticket by Username"));
+    screen[name("m_search")].onClick = [&screen] { TicketSearch(screen).search(SearchByUsername); };
     addTextCommand(screen, frame, "m_password", QStringLiteral("Search for a Ticket by Password"));
+    screen[name("m_password")].onClick = [&screen] { TicketSearch(screen).search(SearchByPassword); };
     addTextCommand(screen, frame, "m_del", QStringLiteral("Delete a Ticket by Username"));
     screen[name("m_del")].onClick = [&screen] { TicketDeletion(screen).deleteByUsername(); };
     addTextCommand(screen, frame, "m_change", QStringLiteral("Change Password of a Ticket"));
+    screen[name("m_change")].onClick = [&screen] { TicketSearch(screen).changePassword(TicketSource::Typed); };
     addTextCommand(screen, frame, "m_recharge", QStringLiteral("Recharge a Ticket"));
+    screen[name("m_recharge")].onClick = [&screen] { TicketRecharge(screen).recharge(TicketSource::Typed); };
 }
 
 void TicketListing::chooseOption(int option)

@@ -1,6 +1,7 @@
 #include "shell/General.h"
 
 #include "platform/Form.h"
+#include "platform/Platform.h"
 #include "store/Connection.h"
 
 namespace marlet {
@@ -15,8 +16,11 @@ General::~General() = default;
 
 Connection& General::connection()
 {
-    if (!SharedConnection)
+    if (!SharedConnection) {
         SharedConnection = std::make_unique<Connection>();
+        // `now` in statements is the session's clock, the one every screen reads.
+        SharedConnection->setClock([this] { return platform.now(); });
+    }
     return *SharedConnection;
 }
 
