@@ -21,6 +21,8 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QMenu>
+#include <QPainter>
+#include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QScreen>
@@ -168,6 +170,38 @@ QString QtPlatform::defaultPrinter() const
 QStringList QtPlatform::printers() const
 {
     return QPrinterInfo::availablePrinterNames();
+}
+
+bool QtPlatform::printLines(const QList<PrintedLine>& lines)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPrinterName(QPrinterInfo::defaultPrinterName());
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    const QRect page = painter.viewport();
+    const int flags = Qt::TextExpandTabs | Qt::TextWordWrap;
+    int top = 0;
+    for (const PrintedLine& line : lines) {
+        QFont font = painter.font();
+        font.setBold(line.bold);
+        font.setPointSize(line.size);
+        painter.setFont(font);
+        // Row by row, so that a long text goes on over the next page.
+        const QStringList rows = QString(line.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(u'\n');
+        for (const QString& row : rows) {
+            // An empty row still takes the height of one row of its font.
+            const QString text = row.isEmpty() ? QStringLiteral(" ") : row;
+            const int height = painter.boundingRect(page, flags, text).height();
+            if (top > 0 && top + height > page.height()) {
+                printer.newPage();
+                top = 0;
+            }
+            painter.drawText(QRect(page.left(), page.top() + top, page.width(), height), flags, text);
+            top += height;
+        }
+    }
+    return painter.end();
 }
 
 std::unique_ptr<SerialPort> QtPlatform::serialPort()

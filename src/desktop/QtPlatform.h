@@ -34,6 +34,7 @@ public:
 
     QString defaultPrinter() const override;
     QStringList printers() const override;
+    bool printLines(const QList<PrintedLine>& lines) override;
 
     std::unique_ptr<SerialPort> serialPort() override;
     std::unique_ptr<NamedComponent> createComponent(const QString& progId) override;

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QList>
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -87,6 +88,16 @@ struct FileDialogRequest
     bool save = false;
 };
 
+// One line of a printed page, in the font it is printed with (a size in points).
+struct PrintedLine
+{
+    QString text;
+    bool bold = false;
+    int size = 0;
+
+    bool operator==(const PrintedLine&) const = default;
+};
+
 // Everything the logic needs from outside itself. The desktop front end implements it with real
 // dialogs and devices; tests use the scripted implementation; the terminal host prints and asks.
 class Platform
@@ -120,6 +131,9 @@ public:
     // Printers
     virtual QString defaultPrinter() const = 0; // empty when none is installed
     virtual QStringList printers() const = 0;
+    // Prints the lines as one job on the default printer, one below the other; a line may hold
+    // several lines of its own. False when the job could not be printed.
+    virtual bool printLines(const QList<PrintedLine>& lines) = 0;
 
     // Devices, documents, programs and components
     virtual std::unique_ptr<SerialPort> serialPort() = 0;

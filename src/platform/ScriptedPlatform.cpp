@@ -467,6 +467,14 @@ void ScriptedPlatform::setDefaultPrinter(const QString& name)
         m_printers.append(name);
 }
 
+bool ScriptedPlatform::printLines(const QList<PrintedLine>& lines)
+{
+    if (!m_printingWorks)
+        return false;
+    m_printJobs.append(lines);
+    return true;
+}
+
 std::unique_ptr<SerialPort> ScriptedPlatform::serialPort()
 {
     return std::make_unique<FakeSerialPort>(m_serialWrites, m_serialWorks);

@@ -103,6 +103,7 @@ public:
     QDateTime now() const override { return m_now; }
     QString defaultPrinter() const override { return m_defaultPrinter; }
     QStringList printers() const override { return m_printers; }
+    bool printLines(const QList<PrintedLine>& lines) override;
     std::unique_ptr<SerialPort> serialPort() override;
     std::unique_ptr<NamedComponent> createComponent(const QString& progId) override;
     bool openDocument(const QString& path) override;
@@ -163,6 +164,9 @@ public:
     // Printers
     void setDefaultPrinter(const QString& name);
     void setPrinters(const QStringList& names) { m_printers = names; }
+    // Jobs sent to the default printer; a job fails when printing does not work.
+    void setPrintingWorks(bool works) { m_printingWorks = works; }
+    const QList<QList<PrintedLine>>& printJobs() const { return m_printJobs; }
 
     // Devices, components, documents and programs
     void setSerialPortWorks(bool works) { m_serialWorks = works; }
@@ -228,6 +232,8 @@ private:
 
     QString m_defaultPrinter;
     QStringList m_printers;
+    bool m_printingWorks = true;
+    QList<QList<PrintedLine>> m_printJobs;
 
     bool m_serialWorks = true;
     std::shared_ptr<std::vector<SerialWrite>> m_serialWrites;

@@ -258,6 +258,11 @@ QStringList TerminalPlatform::printers() const
     return {};
 }
 
+bool TerminalPlatform::printLines(const QList<PrintedLine>& /*lines*/)
+{
+    return false;
+}
+
 std::unique_ptr<SerialPort> TerminalPlatform::serialPort()
 {
     return nullptr;

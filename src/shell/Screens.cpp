@@ -1,31 +1,16 @@
 #include "shell/Screens.h"
 
+#include "inventory/AccountInfo.h"
 #include "inventory/RecycleBin.h"
 #include "issuing/GenAcc.h"
-#include "platform/Form.h"
 #include "settings/Options.h"
 #include "shell/ContPass.h"
 #include "shell/GenPasstoAccs.h"
 #include "shell/General.h"
 
+#include <QHash>
+
 namespace marlet {
-
-namespace {
-
-// A screen this build does not have yet: an empty modal form that only closes.
-class PlaceholderScreen : public Form
-{
-public:
-    PlaceholderScreen(General& session, const QString& name)
-        : Form(session.platform, name)
-    {
-    }
-
-protected:
-    void build() override { setCaption(screenCaption(name())); }
-};
-
-} // namespace
 
 QString screenCaption(const QString& name)
 {
@@ -52,7 +37,9 @@ std::unique_ptr<Form> createScreen(const QString& name, General& session)
         return std::make_unique<Options>(session);
     if (name == QLatin1String("RecycleBin"))
         return std::make_unique<RecycleBin>(session);
-    return std::make_unique<PlaceholderScreen>(session, name);
+    if (name == QLatin1String("AccountInfo"))
+        return std::make_unique<AccountInfo>(session);
+    return nullptr;
 }
 
 } // namespace marlet

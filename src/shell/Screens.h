@@ -9,8 +9,8 @@ namespace marlet {
 class Form;
 struct General;
 
-// Creates a screen of the component by its name ("GenAcc", "ContPass", "Options", ...). A screen
-// that this build does not have yet comes as an empty modal form with the screen's caption.
+// Creates a screen of the component by its name ("GenAcc", "ContPass", "Options", ...); nullptr for
+// a name that is no screen of the component.
 std::unique_ptr<Form> createScreen(const QString& name, General& session);
 
 // The caption a screen shows in its title bar.

@@ -112,6 +112,7 @@ private slots:
     void testGenAccQuickTicket();
     void testOptionsGeneral();
     void testRecycleBin();
+    void testAccountInfo();
 
 private:
     // Shows the form's window, checks its layout and keeps a picture of it.
@@ -296,6 +297,22 @@ void TestScreensPictures::testRecycleBin()
     QVERIFY(Operator::pick(list, 3));
     QVERIFY(Operator::pick(list, 1));
     render(*screen, latin("recycle-bin.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testAccountInfo()
+{
+    QVERIFY(m_database->connection().Execute(Statement(
+        latin("INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, OrgTime, ByWhom, Expire, Days, "
+              "DateCreated, Amount, LastUsed, NEW, StartTime, EndTime, ComputerUsed, AccountAdded, NoAdded, POS, "
+              "Member, Autorecharge, Night, Once, TotalTimeUsed, TimeLastUsed, NoLogIn, Print) Values "
+              "('261101080000', '007', 'AAA0000007', 'PW', 5430, 3600, 'ADMINISTRATOR', '2026-12-31', 0, "
+              "'2026-11-01', 'N200', '2026-11-14', false, '1899-12-30 22:00:00', '1899-12-30 06:30:00', 'PC-04', "
+              "'RECHARGED', 1, false, false, 'NONE', true, false, 30, '09:15 PM', 4, 2)"))));
+    session().TicketName = latin("AAA0000007");
+    std::unique_ptr<Form> screen = open("AccountInfo");
+    QCOMPARE((*screen)[latin("Label2")].caption(), latin("Ticket found in main Ticket database."));
+    render(*screen, latin("account-info.png"));
     screen->forceUnload();
 }
 

@@ -18,24 +18,8 @@ constexpr int listWidth = 170;
 constexpr int reportWidth = 340;
 constexpr int reportHeight = 330;
 constexpr int statusWidth = 120;
-// The report lines up its values with tabs of eight characters.
-constexpr int tabCharacters = 8;
 
-// The report box: several lines of text that only the screen writes.
-QPlainTextEdit* reportBox(Form& form, ViewWidgets& widgets, QWidget* parent)
-{
-    Control* text = form.control(QStringLiteral("Text1"));
-    if (!text)
-        return nullptr;
-    auto* report = new QPlainTextEdit(parent);
-    report->setLineWrapMode(QPlainTextEdit::NoWrap);
-    report->setMinimumSize(reportWidth, reportHeight);
-    report->setTabStopDistance(tabCharacters * report->fontMetrics().horizontalAdvance(u'x'));
-    widgets.add(*text, report);
-    return report;
-}
-
-QGroupBox* ticketFrame(ViewKit& kit, Form& form, ViewWidgets& widgets, QWidget& root)
+QGroupBox* ticketFrame(ViewKit& kit, QWidget& root)
 {
     auto* frame = kit.frame("Frame2", new QGroupBox(&root));
     auto* layout = new QHBoxLayout(frame);
@@ -44,7 +28,7 @@ QGroupBox* ticketFrame(ViewKit& kit, Form& form, ViewWidgets& widgets, QWidget& 
         tickets->setMaximumWidth(listWidth + 60);
         layout->addWidget(tickets);
     }
-    if (QPlainTextEdit* report = reportBox(form, widgets, frame))
+    if (QPlainTextEdit* report = kit.reportBox("Text1", frame, QSize(reportWidth, reportHeight)))
         layout->addWidget(report, 1);
     return frame;
 }
@@ -86,7 +70,7 @@ void buildRecycleBinView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
     auto* top = new QHBoxLayout;
-    top->addWidget(ticketFrame(kit, form, widgets, root), 1);
+    top->addWidget(ticketFrame(kit, root), 1);
     top->addLayout(utilityColumn(kit, root));
     layout->addLayout(top, 1);
     layout->addLayout(statusLine(kit, root));

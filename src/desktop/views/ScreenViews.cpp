@@ -1,6 +1,7 @@
 #include "desktop/views/ScreenViews.h"
 
 #include "desktop/ViewFactory.h"
+#include "desktop/views/AccountInfoView.h"
 #include "desktop/views/ContPassView.h"
 #include "desktop/views/GenAccView.h"
 #include "desktop/views/GenPasstoAccsView.h"
@@ -16,6 +17,7 @@ void registerScreenViews()
     ViewFactory::add(QStringLiteral("GenAcc"), views::buildGenAccView);
     ViewFactory::add(QStringLiteral("Options"), views::buildOptionsView);
     ViewFactory::add(QStringLiteral("RecycleBin"), views::buildRecycleBinView);
+    ViewFactory::add(QStringLiteral("AccountInfo"), views::buildAccountInfoView);
 }
 
 } // namespace marlet
