@@ -18,6 +18,18 @@
 
 namespace marlet::test {
 
+inline QString latin(const char* text)
+{
+    return QLatin1String(text);
+}
+
+// The widget of that object name in a window, of the type asked for.
+template<typename T = QWidget>
+T* find(QWidget& window, const char* name)
+{
+    return window.findChild<T*>(latin(name));
+}
+
 // Plays an operator at the real desktop while an entry operation runs its modal windows.
 //
 // Steps run in order from timers: each waits until what it needs is there (a window of a form,

@@ -13,18 +13,10 @@
 
 namespace marlet {
 
+using test::find;
+using test::latin;
+
 namespace {
-
-QString latin(const char* text)
-{
-    return QLatin1String(text);
-}
-
-template<typename T = QWidget>
-T* find(QWidget& window, const char* name)
-{
-    return window.findChild<T*>(latin(name));
-}
 
 // The password gates on the real desktop, with a temporary database and preference store.
 struct Desk

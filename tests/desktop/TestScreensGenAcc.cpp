@@ -16,12 +16,10 @@
 
 namespace marlet {
 
-namespace {
+using test::find;
+using test::latin;
 
-QString latin(const char* text)
-{
-    return QLatin1String(text);
-}
+namespace {
 
 const QColor StopRed(255, 0, 0);
 const QColor CloseBlue(128, 128, 255);
@@ -56,12 +54,6 @@ struct Desk
         return values;
     }
 };
-
-template<typename T = QWidget>
-T* find(QWidget& window, const char* name)
-{
-    return window.findChild<T*>(latin(name));
-}
 
 QPushButton* buttonWithText(QWidget& window, const QString& text)
 {

@@ -14,12 +14,10 @@
 
 namespace marlet {
 
-namespace {
+using test::find;
+using test::latin;
 
-QString latin(const char* text)
-{
-    return QLatin1String(text);
-}
+namespace {
 
 // The settings screen on the real desktop, opened by LoadOptions with a temporary database and
 // preference store.
@@ -55,12 +53,6 @@ struct Desk
         return row.value(0).toString() + latin(" | ") + row.value(1).toString();
     }
 };
-
-template<typename T = QWidget>
-T* find(QWidget& window, const char* name)
-{
-    return window.findChild<T*>(latin(name));
-}
 
 // Clicks into the line, selects its whole text and types over it.
 void typeOver(QWidget& window, const char* field, const QString& text)

@@ -1,5 +1,6 @@
 #include "desktop/FormBinder.h"
 #include "desktop/FormDialog.h"
+#include "desktop/ScreenDriver.h"
 #include "desktop/views/ScreenViews.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
@@ -20,12 +21,9 @@
 
 namespace marlet {
 
-namespace {
+using test::latin;
 
-QString latin(const char* text)
-{
-    return QLatin1String(text);
-}
+namespace {
 
 // The widgets a view placed for the form's controls, and the captions beside its fields.
 QList<QWidget*> placedWidgets(QWidget& window, const Form& form)

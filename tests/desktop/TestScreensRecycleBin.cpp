@@ -18,18 +18,10 @@
 
 namespace marlet {
 
+using test::find;
+using test::latin;
+
 namespace {
-
-QString latin(const char* text)
-{
-    return QLatin1String(text);
-}
-
-template<typename T = QWidget>
-T* find(QWidget& window, const char* name)
-{
-    return window.findChild<T*>(latin(name));
-}
 
 const char* const BinRows[] = {
     "INSERT INTO RecycleBin (TicketGrp, TicketNo, Username, Password, Time, BackTime, ByWhom, Days, DateCreated, "
