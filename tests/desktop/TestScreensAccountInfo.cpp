@@ -1,4 +1,5 @@
 #include "desktop/QtPlatform.h"
+#include "desktop/DesktopCafe.h"
 #include "desktop/ScreenDriver.h"
 #include "shell/Component.h"
 #include "store/StoreTestDatabase.h"
@@ -32,23 +33,8 @@ const char* const Tickets[] = {
 };
 
 // The ticket information screen on the real desktop, with a temporary database.
-struct Desk
+struct Desk : test::DesktopCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    QtPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-    test::ScreenDriver driver;
-
-    bool fill()
-    {
-        for (const char* row : Tickets) {
-            if (!database.connection().Execute(Statement(latin(row))))
-                return false;
-        }
-        return true;
-    }
-
     void run(const QString& ticketName)
     {
         driver.start();
@@ -83,7 +69,7 @@ void TestScreensAccountInfo::testSearchByNameAndInTheBin()
 {
     Desk desk;
     QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
-    QVERIFY(desk.fill());
+    QVERIFY(desk.execute(Tickets));
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("AccountInfo"), [&driver](FormDialog& screen) {
         driver.check(screen.windowTitle() == latin("Ticket Information"), latin("title ") + screen.windowTitle());
@@ -128,7 +114,7 @@ void TestScreensAccountInfo::testGroupModeAndAHandedOverName()
 {
     Desk desk;
     QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
-    QVERIFY(desk.fill());
+    QVERIFY(desk.execute(Tickets));
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("AccountInfo"), [&driver](FormDialog& screen) {
         // The name from the host was searched without a click.

@@ -1,4 +1,5 @@
 #include "desktop/QtPlatform.h"
+#include "desktop/DesktopCafe.h"
 #include "desktop/ScreenDriver.h"
 #include "shell/Component.h"
 #include "shell/Screens.h"
@@ -19,14 +20,8 @@ using test::latin;
 namespace {
 
 // The password gates on the real desktop, with a temporary database and preference store.
-struct Desk
+struct Desk : test::DesktopCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    QtPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-    test::ScreenDriver driver;
-
     Desk()
     {
         session().AppTitle = latin("Norvantis");

@@ -1,4 +1,5 @@
 #include "desktop/QtPlatform.h"
+#include "desktop/DesktopCafe.h"
 #include "desktop/ScreenDriver.h"
 #include "shell/Component.h"
 #include "store/Recordset.h"
@@ -26,13 +27,8 @@ const QColor CloseBlue(128, 128, 255);
 
 // The generate screen on the real desktop, opened through its password gate by LoadGenAcc, with
 // a temporary database and preference store.
-struct Desk
+struct Desk : test::DesktopCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    QtPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-    test::ScreenDriver driver;
     // The click that started the batch has returned: its handler is done with the screen.
     bool batchDone = false;
 
@@ -41,17 +37,6 @@ struct Desk
     {
         driver.start();
         component.timerDll().LoadGenAcc(database.connectionString(), latin("Norvantis"), latin("ADMINISTRATOR"), 0, {});
-    }
-
-    QStringList column(const QString& select)
-    {
-        Recordset rows;
-        QStringList values;
-        if (!rows.Open(Statement(select), database.connection()))
-            return {latin("cannot read: ") + rows.lastError()};
-        for (; !rows.Eof(); rows.MoveNext())
-            values << rows.value(0).toString();
-        return values;
     }
 };
 

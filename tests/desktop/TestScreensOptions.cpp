@@ -1,4 +1,5 @@
 #include "desktop/QtPlatform.h"
+#include "desktop/DesktopCafe.h"
 #include "desktop/ScreenDriver.h"
 #include "shell/Component.h"
 #include "store/Recordset.h"
@@ -21,14 +22,8 @@ namespace {
 
 // The settings screen on the real desktop, opened by LoadOptions with a temporary database and
 // preference store.
-struct Desk
+struct Desk : test::DesktopCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    QtPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-    test::ScreenDriver driver;
-
     // Runs LoadOptions until the driver's steps have closed the screen; returns ClientUp.
     qint16 run(qint16 hideAccount = 0)
     {

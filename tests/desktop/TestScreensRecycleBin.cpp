@@ -1,5 +1,6 @@
 #include "desktop/InputBoxDialog.h"
 #include "desktop/QtPlatform.h"
+#include "desktop/DesktopCafe.h"
 #include "desktop/ScreenDriver.h"
 #include "shell/Component.h"
 #include "store/Recordset.h"
@@ -41,23 +42,8 @@ const char* const BinRows[] = {
 };
 
 // The recycle bin on the real desktop, with a temporary database and preference store.
-struct Desk
+struct Desk : test::DesktopCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    QtPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-    test::ScreenDriver driver;
-
-    bool fill()
-    {
-        for (const char* row : BinRows) {
-            if (!database.connection().Execute(Statement(latin(row))))
-                return false;
-        }
-        return true;
-    }
-
     // Runs the host's entry operation while the driver plays the operator.
     void run()
     {
@@ -125,7 +111,7 @@ void TestScreensRecycleBin::testListReportAndSearch()
 {
     Desk desk;
     QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
-    QVERIFY(desk.fill());
+    QVERIFY(desk.execute(BinRows));
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("RecycleBin"), [&driver](FormDialog& screen) {
         driver.check(screen.windowTitle() == latin("Recycle Bin - Norvantis"), latin("title"));
@@ -175,7 +161,7 @@ void TestScreensRecycleBin::testRestoreTwoEntriesThenEmpty()
 {
     Desk desk;
     QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
-    QVERIFY(desk.fill());
+    QVERIFY(desk.execute(BinRows));
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("RecycleBin"), [&driver](FormDialog& screen) {
         driver.check(find<QPushButton>(screen, "Command5")->text() == latin("&Close Recycle"), latin("close caption"));
