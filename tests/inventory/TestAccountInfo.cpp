@@ -5,7 +5,7 @@
 #include "shell/Component.h"
 #include "shell/Screens.h"
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "inventory/ScriptedScreen.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -49,24 +49,16 @@ private:
     void openScreen();
     void execute(const QString& statement);
     QString report(const char* table, BinReportKind kind);
-    Control& control(const char* name) { return (*m_screen)[latin(name)]; }
+    Control& control(const char* name) { return m_cafe->control(name); }
 
-    QTemporaryDir m_folder;
-    std::unique_ptr<test::StoreTestDatabase> m_database;
-    std::unique_ptr<ScriptedPlatform> m_platform;
-    std::unique_ptr<Component> m_component;
-    std::unique_ptr<Form> m_screen;
+    std::unique_ptr<test::ScriptedScreen> m_cafe;
 };
 
 void TestAccountInfo::init()
 {
-    m_database = std::make_unique<test::StoreTestDatabase>();
-    QVERIFY2(m_database->isValid(), qPrintable(m_database->error()));
-    m_platform = std::make_unique<ScriptedPlatform>();
-    m_component
-        = std::make_unique<Component>(*m_platform, m_folder.filePath(latin("prefs")), m_folder.filePath(latin("app")));
-    m_component->session().AppTitle = latin("Norvantis");
-    QVERIFY(m_component->session().connection().Open(m_database->connectionString()));
+    m_cafe = std::make_unique<test::ScriptedScreen>();
+    const QString problem = m_cafe->prepare();
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
     for (const char* table : {"Account", "RecycleBin"}) {
         execute(latin("INSERT INTO ") + latin(table) + latin(" ") + latin(MemberColumns) + latin(" Values ")
             + QString(latin(MemberValues)).replace(latin("{}"), latin("MEMBER1")));
@@ -76,34 +68,26 @@ void TestAccountInfo::init()
 
 void TestAccountInfo::cleanup()
 {
-    if (m_screen)
-        m_screen->forceUnload();
-    m_screen.reset();
-    m_platform->finish();
-    QCOMPARE(m_platform->failures(), QStringList());
-    m_component.reset();
-    m_platform.reset();
-    m_database.reset();
+    const QStringList failures = m_cafe->finish();
+    m_cafe.reset();
+    QCOMPARE(failures, QStringList());
 }
 
 void TestAccountInfo::openScreen()
 {
-    m_screen = createScreen(latin("AccountInfo"), m_component->session());
-    QVERIFY(m_screen);
-    m_screen->load();
-    m_screen->activate();
+    m_cafe->open(latin("AccountInfo"));
 }
 
 void TestAccountInfo::execute(const QString& statement)
 {
-    QVERIFY2(m_database->connection().Execute(Statement(statement)), qPrintable(m_database->connection().lastError()));
+    QVERIFY2(m_cafe->database.connection().Execute(Statement(statement)), qPrintable(m_cafe->database.connection().lastError()));
 }
 
 QString TestAccountInfo::report(const char* table, BinReportKind kind)
 {
     Recordset row;
     if (!row.Open(Statement(latin("select * from ") + latin(table) + latin(" where Username = 'MEMBER1'")),
-            m_database->connection())
+            m_cafe->database.connection())
         || row.RecordCount() != 1)
         return latin("no row: ") + row.lastError();
     return binReport(row, kind, BinReportOptions {}, [](const QString& username) -> QString {
@@ -113,14 +97,14 @@ QString TestAccountInfo::report(const char* table, BinReportKind kind)
 
 void TestAccountInfo::testThePrintedPageHasTheTitleTheCaptionAndTheReport()
 {
-    m_platform->setDefaultPrinter(latin("PDF"));
+    m_cafe->platform.setDefaultPrinter(latin("PDF"));
     openScreen();
     Operator::type(control("Text2"), latin("MEMBER1"));
     QVERIFY(Operator::click(control("OKButton")));
     const QString shown = control("Text1").text();
     QVERIFY(shown.startsWith(latin("TicketGrp/No: \tMEM001 - 000\r\n")));
 
-    m_platform->expectMessage(latin("Ticket Information Printed Successfully!"), MsgStyle::Info);
+    m_cafe->platform.expectMessage(latin("Ticket Information Printed Successfully!"), MsgStyle::Info);
     QVERIFY(Operator::click(control("Command1")));
     const QList<PrintedLine> page = {
         {latin("Norvantis v2.3.1"), true, 14},
@@ -130,20 +114,20 @@ void TestAccountInfo::testThePrintedPageHasTheTitleTheCaptionAndTheReport()
         {QString(), true, 12},
         {shown, false, 12},
     };
-    QCOMPARE(m_platform->printJobs().size(), 1);
-    QCOMPARE(m_platform->printJobs().first(), page);
+    QCOMPARE(m_cafe->platform.printJobs().size(), 1);
+    QCOMPARE(m_cafe->platform.printJobs().first(), page);
 }
 
 void TestAccountInfo::testAFailedJobShowsPrinterErrorOnly()
 {
-    m_platform->setDefaultPrinter(latin("PDF"));
-    m_platform->setPrintingWorks(false);
+    m_cafe->platform.setDefaultPrinter(latin("PDF"));
+    m_cafe->platform.setPrintingWorks(false);
     openScreen();
     control("Text1").setText(latin("a report"));
-    m_platform->expectMessage(latin("Printer Error!"), MsgStyle::Stop);
+    m_cafe->platform.expectMessage(latin("Printer Error!"), MsgStyle::Stop);
     QVERIFY(Operator::click(control("Command1")));
-    QCOMPARE(m_platform->messages().size(), size_t(1));
-    QVERIFY(m_platform->printJobs().isEmpty());
+    QCOMPARE(m_cafe->platform.messages().size(), size_t(1));
+    QVERIFY(m_cafe->platform.printJobs().isEmpty());
 }
 
 void TestAccountInfo::testNullFactsCountAsPassedTests_data()
