@@ -17,8 +17,6 @@ QString id(const char* text)
     return QLatin1String(text);
 }
 
-constexpr int Red = 255;
-constexpr int White = 16777215;
 constexpr int UsernameLength = 10;
 constexpr int GroupLength = 16;
 // A group name and a ticket number as the generator writes them: "000000000000-000".
@@ -105,15 +103,15 @@ void AccountInfo::open()
 
 void AccountInfo::chooseUsernameMode()
 {
-    (*this)[id("Option1")].setBackColor(Red);
-    (*this)[id("Option2")].setBackColor(White);
+    (*this)[id("Option1")].setBackColor(Colour::Red);
+    (*this)[id("Option2")].setBackColor(Colour::White);
     entry().setMaxLength(UsernameLength);
 }
 
 void AccountInfo::chooseGroupMode()
 {
-    (*this)[id("Option1")].setBackColor(White);
-    (*this)[id("Option2")].setBackColor(Red);
+    (*this)[id("Option1")].setBackColor(Colour::White);
+    (*this)[id("Option2")].setBackColor(Colour::Red);
     entry().setMaxLength(GroupLength);
 }
 

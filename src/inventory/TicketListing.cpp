@@ -20,8 +20,6 @@ namespace marlet {
 
 namespace {
 
-constexpr int Red = 255;
-constexpr int Black = 0;
 constexpr int Hover = 64;
 constexpr int OptionCount = 5;
 
@@ -47,10 +45,10 @@ void addTextCommand(GenAcc& screen, Control& frame, const char* name, const QStr
     Control& command = screen.addToFrame(frame, ControlKind::Label, QLatin1String(name), caption);
     command.onMouseMove = [&screen, &command](int, int, int, int) {
         for (const char* other : {"m_search", "m_password", "m_del", "m_change", "m_recharge"})
-            screen[QLatin1String(other)].setForeColor(Black);
+            screen[QLatin1String(other)].setForeColor(Colour::Black);
         command.setForeColor(Hover);
     };
-    command.onMouseDown = [&command](int, int, int, int) { command.setForeColor(Red); };
+    command.onMouseDown = [&command](int, int, int, int) { command.setForeColor(Colour::Red); };
     command.onMouseUp = [&command](int, int, int, int) { command.setForeColor(Hover); };
 }
 
@@ -133,7 +131,7 @@ void TicketListing::build(GenAcc& screen, Control& frame)
 void TicketListing::chooseOption(int option)
 {
     for (int other = 1; other <= OptionCount; ++other)
-        m_screen[optionName(other)].setForeColor(other == option ? Red : Black);
+        m_screen[optionName(other)].setForeColor(other == option ? Colour::Red : Colour::Black);
     Control& time = m_screen[name("Text1")];
     Control& group = m_screen[name("Text5")];
     time.setEnabled(option == 4);

@@ -79,6 +79,15 @@ constexpr int Enter = 13;
 constexpr int Escape = 27;
 } // namespace Key
 
+// Colours as the screens give them: an integer with red in the low byte.
+namespace Colour {
+constexpr int Black = 0;
+constexpr int Red = 255;
+constexpr int White = 0xFFFFFF;
+// The face of buttons: a text box in it reads as one that is not for editing.
+constexpr int ButtonFace = 0xF0F0F0;
+} // namespace Colour
+
 // One control of a form: the state a screen can observe or set, and the events it answers.
 // One class serves every kind; a kind simply leaves the properties it has no use for alone.
 class Control : public QObject
@@ -267,7 +276,7 @@ private:
     bool m_visible = true;
     QString m_toolTip;
     int m_foreColor = 0;
-    int m_backColor = 0xFFFFFF;
+    int m_backColor = Colour::White;
     bool m_fontBold = false;
     int m_fontSize = 8;
     int m_left = 0;

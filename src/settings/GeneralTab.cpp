@@ -26,12 +26,6 @@ const QString IpAddress = QStringLiteral("IP ADDRESS");
 const QString DefaultPort = QStringLiteral("1001");
 const QString DefaultLoginLimit = QStringLiteral("999");
 
-constexpr int Black = 0;
-constexpr int Red = 255;
-constexpr int White = 0xFFFFFF;
-// The face colour of buttons: a text box in it reads as one that is not for editing.
-constexpr int ButtonFace = 0xF0F0F0;
-
 // The check boxes and their keys. Loading and saving each go through them in their own order.
 struct CheckField
 {
@@ -267,11 +261,11 @@ void GeneralTab::showBindChoice()
     Control& text = field("txtBindType");
     if (choice == CustomSetting) {
         text.setText(settings().text(keys::CUSTOMBIND, session.ServerPorts));
-        text.setBackColor(White);
+        text.setBackColor(Colour::White);
         m_screen.setFocus(text);
         return;
     }
-    text.setBackColor(ButtonFace);
+    text.setBackColor(Colour::ButtonFace);
     if (choice == ComputerName)
         text.setText(session.ServerPortName.toUpper());
     else if (choice == IpAddress)
@@ -284,7 +278,7 @@ void GeneralTab::markPassGenType()
 {
     for (const char* name : {"optNumberOnly", "optAlphabetOnly", "optBoth"}) {
         Control& option = field(name);
-        option.setForeColor(option.value() != 0 ? Red : Black);
+        option.setForeColor(option.value() != 0 ? Colour::Red : Colour::Black);
     }
 }
 

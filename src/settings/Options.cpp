@@ -61,9 +61,6 @@ constexpr int PanelTop = 480;
 constexpr int PanelWidth = 9360;
 constexpr int PanelHeight = 5640;
 
-constexpr int Red = 255;
-constexpr int White = 0xFFFFFF;
-
 } // namespace
 
 const char* Options::panelName(int flag)
@@ -175,8 +172,8 @@ void Options::buildSettingsField()
     Control& field = add(ControlKind::TextBox, id("txtSettings"));
     field.setText(QStringLiteral("Settings"));
     field.setLocked(true);
-    field.onGotFocus = [&field] { field.setBackColor(Red); };
-    field.onLostFocus = [&field] { field.setBackColor(White); };
+    field.onGotFocus = [&field] { field.setBackColor(Colour::Red); };
+    field.onLostFocus = [&field] { field.setBackColor(Colour::White); };
 
     Control& menu = add(ControlKind::Menu, id("m_Settings"));
     menu.setVisible(false);
