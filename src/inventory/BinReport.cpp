@@ -1,10 +1,10 @@
 #include "inventory/BinReport.h"
 
 #include "issuing/TicketRules.h"
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 #include <QStringList>
 
@@ -24,7 +24,7 @@ QString joined(const QVariant& value)
         return QString();
     if (value.typeId() == QMetaType::QString)
         return value.toString();
-    return legacy::Format(value, QString());
+    return values::format(value, QString());
 }
 
 // A Null never counts as true.
@@ -43,7 +43,7 @@ bool passesTest(const QVariant& value)
 // Whole minutes of a time in seconds, then "min(s)"; a Null time gives the unit alone.
 QString minutesText(const QVariant& seconds)
 {
-    const QString minutes = seconds.isNull() ? QString() : legacy::CStr(wholeMinutes(seconds.toDouble()));
+    const QString minutes = seconds.isNull() ? QString() : values::numberText(wholeMinutes(seconds.toDouble()));
     return minutes + QStringLiteral("min(s)");
 }
 
@@ -73,7 +73,7 @@ QString lastTimeUsed(const ReportLines& r)
 
 QString lastDateUsed(const ReportLines& r)
 {
-    return isTrue(r.field("New")) ? QStringLiteral("NEW") : legacy::Format(r.field("LastUsed"), DateFormat);
+    return isTrue(r.field("New")) ? QStringLiteral("NEW") : values::format(r.field("LastUsed"), DateFormat);
 }
 
 QString expiry(const ReportLines& r)
@@ -81,16 +81,16 @@ QString expiry(const ReportLines& r)
     const QVariant days = r.field("days");
     if (!days.isNull() && days.toDouble() > 0)
         return joined(r.field("Days")) + QStringLiteral(" days after Login");
-    return legacy::Format(r.field("Expire"), DateFormat);
+    return values::format(r.field("Expire"), DateFormat);
 }
 
 QString timeFrame(const ReportLines& r, const BinReportOptions& options)
 {
     if (!options.generalTime)
-        return legacy::Format(r.field("StartTime"), TimeFormat) + QStringLiteral(" to ")
-            + legacy::Format(r.field("EndTime"), TimeFormat);
-    return legacy::Format(options.beginTime, TimeFormat) + QStringLiteral(" to ")
-        + legacy::Format(options.endTime, TimeFormat);
+        return values::format(r.field("StartTime"), TimeFormat) + QStringLiteral(" to ")
+            + values::format(r.field("EndTime"), TimeFormat);
+    return values::format(options.beginTime, TimeFormat) + QStringLiteral(" to ")
+        + values::format(options.endTime, TimeFormat);
 }
 
 QString groupAndNumber(const ReportLines& r)
@@ -109,7 +109,7 @@ void addUsage(ReportLines& r)
     r.add(QStringLiteral("Cost Price: ") + Tab + r.text("amount"));
     r.add(QStringLiteral("Last Time Used: ") + Tab + lastTimeUsed(r));
     r.add(QStringLiteral("Last Date Used: ") + Tab + lastDateUsed(r));
-    r.add(QStringLiteral("Date Created: ") + Tab + legacy::Format(r.field("DateCreated"), DateFormat));
+    r.add(QStringLiteral("Date Created: ") + Tab + values::format(r.field("DateCreated"), DateFormat));
     r.add(QStringLiteral("Expire Date: ") + Tab + expiry(r));
     r.add(QStringLiteral("Computer Used: ") + Tab + r.text("ComputerUsed"));
 }
@@ -215,7 +215,7 @@ QString binReport(
     r.add(QStringLiteral("Amount: ") + Tab + Tab + r.text("amount"));
     r.add(QStringLiteral("Last Time Used: ") + Tab + lastTimeUsed(r));
     r.add(QStringLiteral("Last Date Used: ") + Tab + lastDateUsed(r));
-    r.add(QStringLiteral("Date Created: ") + Tab + legacy::Format(r.field("DateCreated"), DateFormat));
+    r.add(QStringLiteral("Date Created: ") + Tab + values::format(r.field("DateCreated"), DateFormat));
     r.add(QStringLiteral("Expire Date: ") + Tab + expiry(r));
     r.add(QStringLiteral("Computer Used: ") + Tab + r.text("ComputerUsed"));
     r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));

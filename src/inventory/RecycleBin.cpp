@@ -1,11 +1,11 @@
 #include "inventory/RecycleBin.h"
 
 #include "inventory/BinReport.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
+#include "values/Numbers.h"
 
 #include <limits>
 
@@ -106,13 +106,13 @@ void RecycleBin::showStatus(const QString& text)
 
 void RecycleBin::setTotal(long count)
 {
-    if (const auto total = legacy::CInt(double(count)))
+    if (const auto total = values::toInt16(double(count)))
         m_total = *total;
 }
 
 void RecycleBin::lowerTotal()
 {
-    if (const auto total = legacy::CInt(double(m_total) - 1))
+    if (const auto total = values::toInt16(double(m_total) - 1))
         m_total = *total;
 }
 

@@ -1,14 +1,14 @@
 #include "inventory/RecycleRouting.h"
 
-#include "platform/LegacyFormat.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
 
 namespace marlet {
 
 QString recycleDeletedText(const QDateTime& deletedAt)
 {
-    return legacy::Format(deletedAt.date(), QStringLiteral("dd/mm/yy")) + u'/'
-        + legacy::Format(deletedAt.time(), QStringLiteral("HH:mm"));
+    return values::format(deletedAt.date(), QStringLiteral("dd/mm/yy")) + u'/'
+        + values::format(deletedAt.time(), QStringLiteral("HH:mm"));
 }
 
 void purgeRecycleBin(Recordset& bin, PurgeReporter* reporter)

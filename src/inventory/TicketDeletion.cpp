@@ -4,10 +4,10 @@
 #include "issuing/GenAcc.h"
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
 #include "store/Connection.h"
+#include "values/Numbers.h"
 
 #include <climits>
 #include <limits>
@@ -120,12 +120,12 @@ TicketDeletion::Branch TicketDeletion::selectedBranch() const
     if (m_screen[name("Option4")].isChecked()) {
         const QString minutes = m_screen[name("Text1")].text();
         // Unlike the listing, the fraction stays: 5.7 minutes select 342 seconds.
-        const float seconds = legacy::CSng(legacy::Val(minutes)) * 60.0F;
+        const float seconds = values::toSingle(values::leadingNumber(minutes)) * 60.0F;
         return {4,
             QStringLiteral("Continue to delete ") + minutes + QStringLiteral(" min(s) Selected Ticket(s)?"),
             MsgStyle::YesNoQuestionNoDefault,
             Statement(QStringLiteral("Select * from Account where member=false and time = {}"),
-                {legacy::CStrSingle(seconds)}),
+                {values::singleText(seconds)}),
             eachRow,
             QStringLiteral("All ") + (minutes.isEmpty() ? QStringLiteral("0") : minutes)
                 + QStringLiteral(" min(s) Deleted Successfully!")};

@@ -8,10 +8,10 @@
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
 #include "platform/KeyRules.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
 #include "store/Recordset.h"
+#include "values/Numbers.h"
 
 #include <climits>
 #include <limits>
@@ -86,9 +86,9 @@ void TicketListing::build(GenAcc& screen, Control& frame)
             TicketListing(screen).viewSelection();
     };
     time.onLostFocus = [&screen, &time] {
-        if (!legacy::IsNumeric(time.text())) {
+        if (!values::isNumeric(time.text())) {
             time.setText(QStringLiteral("0"));
-        } else if (legacy::Val(time.text()) > 5000) {
+        } else if (values::leadingNumber(time.text()) > 5000) {
             screen.platform().messageBox(QStringLiteral("Time Can't be greater than 5000!"), MsgStyle::Warning);
             time.setText(QStringLiteral("5000"));
         }
@@ -164,7 +164,7 @@ void TicketListing::viewSelection()
         statement = Statement(QStringLiteral("select * from Account where NEW <> TRUE and member=false"));
     } else if (m_screen[name("Option4")].isChecked()) {
         // The whole part is taken before the multiplication: 5.7 selects 300 seconds.
-        const double minutes = legacy::Int(legacy::Val(m_screen[name("Text1")].text()));
+        const double minutes = values::floorToWhole(values::leadingNumber(m_screen[name("Text1")].text()));
         statement = Statement(QStringLiteral("select * from Account where member=false and Time = {}"), {minutes * 60});
     } else if (m_screen[name("Option5")].isChecked()) {
         statement = Statement(QStringLiteral("select * from Account where member=false and TicketGrp like '{}%'"),
@@ -211,7 +211,7 @@ void TicketListing::rowClicked()
         const QString time = grid.textMatrix(grid.row(), 3);
         const QString minutes = time.left(time.size() - 6);
         Control& text1 = m_screen[name("Text1")];
-        text1.setText(legacy::IsNumeric(minutes) ? minutes : QStringLiteral("0"));
+        text1.setText(values::isNumeric(minutes) ? minutes : QStringLiteral("0"));
         m_screen.setFocus(text1);
     } else if (m_screen[name("Option5")].isChecked()) {
         Control& text5 = m_screen[name("Text5")];

@@ -4,12 +4,13 @@
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRules.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
+#include "values/Dates.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -31,7 +32,7 @@ constexpr int ExpiryColumn = 5;
 
 QString expiryDate(const QVariant& expire)
 {
-    return legacy::Format(expire, QStringLiteral("dd/mmm/yyyy"));
+    return values::format(expire, QStringLiteral("dd/mmm/yyyy"));
 }
 
 } // namespace
@@ -40,7 +41,7 @@ QString expiryDate(const QVariant& expire)
 
 float rechargedSeconds(float seconds, double minutes)
 {
-    return seconds + legacy::CSng(minutes) * 60.0F;
+    return seconds + values::toSingle(minutes) * 60.0F;
 }
 
 std::optional<QString> rechargeMinutesProblem(double wholeMinutes, double minutes, qint32 quota)
@@ -48,7 +49,7 @@ std::optional<QString> rechargeMinutesProblem(double wholeMinutes, double minute
     const double left = wholeMinutes + minutes;
     if (!(minutes == 0 && quota == 0) && minutes <= MaxMinutes && left > 0 && left < MinutesLimit)
         return std::nullopt;
-    return QStringLiteral("Entry too small or large! (e.g. -") + legacy::CStr(wholeMinutes - 1)
+    return QStringLiteral("Entry too small or large! (e.g. -") + values::numberText(wholeMinutes - 1)
         + QStringLiteral(" to 1000 excluding 0)");
 }
 
@@ -71,7 +72,7 @@ QString expiryRechargeQuestion(const QString& exType, const QVariant& days, cons
     // A null Days compares as unknown, not as 0.
     const bool byDate = !days.isNull() && days.toDouble() == 0;
     return QStringLiteral("Present Expiration days is ")
-        + (byDate ? expiryDate(expire) : legacy::Format(days, QString())) + QStringLiteral(" day(s)") + MessageLineBreak
+        + (byDate ? expiryDate(expire) : values::format(days, QString())) + QStringLiteral(" day(s)") + MessageLineBreak
         + QStringLiteral("ReCharge by day(s)?");
 }
 
@@ -79,7 +80,7 @@ std::optional<QString> rechargeDaysProblem(const QVariant& days, const QVariant&
 {
     if (!expireIsDate(expire)) {
         if (days.toDouble() + addedDays < 0 || quota > DaysLimit) {
-            return QStringLiteral("Date Value must be from -") + legacy::Format(days, QString())
+            return QStringLiteral("Date Value must be from -") + values::format(days, QString())
                 + QStringLiteral(" to 365 day(s)!");
         }
     } else if (addedDays < -DaysLimit || quota > DaysLimit) {
@@ -155,7 +156,7 @@ void TicketRecharge::rechargeTicket(const Path& path, const QString& username)
     const std::optional<Answers> answers = askAnswers(username);
     if (!answers || !writeTicket(path, *answers) || !logRecharge(path, *answers, username))
         return;
-    const QString minutes = legacy::CStr(wholeMinutes(m_ticket.value(QStringLiteral("Time")).toDouble()));
+    const QString minutes = values::numberText(wholeMinutes(m_ticket.value(QStringLiteral("Time")).toDouble()));
     m_ticket.Close();
     platform.messageBox(QStringLiteral("Account Recharged Successfully!"), MsgStyle::Info);
     if (path.showsInGrid)
@@ -178,11 +179,11 @@ std::optional<TicketRecharge::Answers> TicketRecharge::askAnswers(const QString&
         platform.messageBox(QStringLiteral("Nothing Done!"), MsgStyle::Warning);
         return std::nullopt;
     }
-    if (!legacy::IsNumeric(entry)) {
+    if (!values::isNumeric(entry)) {
         platform.messageBox(QStringLiteral("Not a Valid entry!"), MsgStyle::Warning);
         return std::nullopt;
     }
-    answers.minutes = legacy::Val(entry);
+    answers.minutes = values::leadingNumber(entry);
     const double minutesLeft = wholeMinutes(m_ticket.value(QStringLiteral("Time")).toDouble());
     if (const auto problem = rechargeMinutesProblem(minutesLeft, answers.minutes, answers.quota)) {
         platform.messageBox(*problem, MsgStyle::Warning);
@@ -206,7 +207,7 @@ std::optional<qint32> TicketRecharge::askQuota(bool& accepted) const
     const QString answer = platform.inputBox(
         QStringLiteral("Enter the Quota(in MB) for this Ticket Group?"), QString(ProductWord), QStringLiteral("100"));
     // An answer that is no number fails its conversion, which ends the recharge without a word.
-    const std::optional<qint32> quota = legacy::CLng(answer);
+    const std::optional<qint32> quota = values::toInt32(answer);
     if (!quota)
         return std::nullopt;
     if (*quota < 0 || *quota > MaxQuota) {
@@ -233,11 +234,11 @@ bool TicketRecharge::askDays(qint32 quota, std::optional<double>& days) const
         QStringLiteral("Enter the number of days? (i.e. add - to deduce days)"), MessageTitle(), QStringLiteral("5"));
     if (entry.isEmpty())
         return false;
-    if (!legacy::IsNumeric(entry)) {
+    if (!values::isNumeric(entry)) {
         platform.messageBox(QStringLiteral("Entry is not numeric! (1 to 365 day(s))"), MsgStyle::Warning);
         return false;
     }
-    const double added = legacy::Val(entry);
+    const double added = values::leadingNumber(entry);
     if (const auto problem = rechargeDaysProblem(presentDays, expire, added, quota)) {
         platform.messageBox(*problem, MsgStyle::Warning);
         return false;
@@ -273,18 +274,18 @@ bool TicketRecharge::writeExpiry(const Path& path, double addedDays)
     const QVariant expire = m_ticket.value(QStringLiteral("Expire"));
     if (!m_ticket.value(QStringLiteral("New")).toBool() && expireIsDate(expire)) {
         // Fractions of a day move the time of day, as the form language adds days to a date.
-        const std::optional<QDateTime> moved = legacy::FromSerial(legacy::ToSerial(expire.toDateTime()) + addedDays);
+        const std::optional<QDateTime> moved = values::fromSerial(values::toSerial(expire.toDateTime()) + addedDays);
         if (!moved || !m_ticket.setValue(QStringLiteral("Expire"), *moved))
             return false;
         if (path.showsInGrid)
-            showInGrid(ExpiryColumn, legacy::Format(m_ticket.value(QStringLiteral("Expire")), QString()));
+            showInGrid(ExpiryColumn, values::format(m_ticket.value(QStringLiteral("Expire")), QString()));
         return true;
     }
     const QString field = QStringLiteral("Days");
     if (!m_ticket.setValue(field, m_ticket.value(field).toDouble() + addedDays))
         return false;
     if (path.showsInGrid)
-        showInGrid(ExpiryColumn, legacy::Format(m_ticket.value(field), QString()) + QStringLiteral("day(s)"));
+        showInGrid(ExpiryColumn, values::format(m_ticket.value(field), QString()) + QStringLiteral("day(s)"));
     return true;
 }
 
@@ -292,7 +293,7 @@ bool TicketRecharge::logRecharge(const Path& path, const Answers& answers, const
 {
     const bool member = m_ticket.value(QStringLiteral("Member")).toBool();
     return m_screen.session().connection().Execute(Statement(path.logInsert,
-        {legacy::CStrSingle(legacy::CSng(answers.minutes)),
+        {values::singleText(values::toSingle(answers.minutes)),
             username,
             member ? QStringLiteral("YES") : QStringLiteral("NO"),
             m_ticket.value(QStringLiteral("Username"))}));

@@ -7,14 +7,14 @@
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
 #include "printing/PrintDispatch.h"
 #include "printing/PrintStaging.h"
 #include "shell/General.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -73,11 +73,11 @@ void BatchGeneration::run()
     settings().save(keys::ExType, field("cboExpiry").listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
     m_screen.StartProgress();
     if (!m_quick) {
-        m_time = creditSeconds(legacy::Val(field("cboHours").text()), legacy::Val(field("cboMinutes").text()));
-        m_number = legacy::CSng(legacy::Val(field("cboNumber").text()));
+        m_time = creditSeconds(values::leadingNumber(field("cboHours").text()), values::leadingNumber(field("cboMinutes").text()));
+        m_number = values::toSingle(values::leadingNumber(field("cboNumber").text()));
     }
     Control& bar = m_screen[QStringLiteral("ProgressBar1")];
-    bar.setRange(0, legacy::CInt(m_number).value_or(0));
+    bar.setRange(0, values::toInt16(m_number).value_or(0));
     bar.setValue(0);
     m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Calculating "));
     m_screen.ProgressAdjust();
@@ -88,7 +88,7 @@ void BatchGeneration::run()
     if (settings().number(keys::ProgramLog) == 1) {
         connection.Execute(Statement(QStringLiteral("INSERT INTO SysUsage (SystemUsage,Times,Dates) Values "
                                                     "('Ticket(s) Generated','{}','{}')"),
-                                     {legacy::MachineTime(now.time()), legacy::MachineDate(now.date())}));
+                                     {values::machineTime(now.time()), values::machineDate(now.date())}));
     }
     m_prefix = batchPrefix(settings(), ticked("chkVIP"));
     field("chkVIP").setValue(CheckState::Unchecked);
@@ -126,11 +126,11 @@ bool BatchGeneration::checkManualTime()
 {
     const QString hours = field("cboHours").text();
     const QString minutes = field("cboMinutes").text();
-    if (!legacy::IsNumeric(hours) || !legacy::IsNumeric(minutes)) {
+    if (!values::isNumeric(hours) || !values::isNumeric(minutes)) {
         m_screen.platform().messageBox(QStringLiteral("Time must be numeric!"), MsgStyle::Warning);
         return false;
     }
-    if (!(legacy::Val(hours) > 0) && !(legacy::Val(minutes) > 0)) {
+    if (!(values::leadingNumber(hours) > 0) && !(values::leadingNumber(minutes) > 0)) {
         m_screen.platform().messageBox(QStringLiteral("Hour and Minutes can't both be Zero!"), MsgStyle::Warning);
         return false;
     }
@@ -163,11 +163,11 @@ bool BatchGeneration::readQuickTicket()
     // The form: minutes, "min(s) - ", currency and price, " [", kind, "]", and " - VIP" for VIP.
     const qsizetype minutesEnd = type.indexOf(QStringLiteral("min(s) - "));
     const QString minutes = minutesEnd < 0 ? type : type.left(minutesEnd);
-    if (!legacy::IsNumeric(minutes)) {
+    if (!values::isNumeric(minutes)) {
         platform.messageBox(QStringLiteral("Time Error!"), MsgStyle::Warning);
         return false;
     }
-    m_time = legacy::Val(minutes);
+    m_time = values::leadingNumber(minutes);
     const QString rest = minutesEnd < 0 ? QString() : type.mid(minutesEnd + 9);
     const qsizetype kindStart = rest.indexOf(QStringLiteral(" ["));
     const QString price = kindStart < 0 ? rest : rest.left(kindStart);
@@ -192,7 +192,7 @@ bool BatchGeneration::readQuickTicket()
     m_number = float(field("cboPages").listIndex() * ticketsPerPage(field("cboSizeType").text()));
     QString cost = price;
     cost.remove(settings().text(keys::Currency));
-    field("cboCost").setText(legacy::IsNumeric(cost) ? cost : QStringLiteral("0"));
+    field("cboCost").setText(values::isNumeric(cost) ? cost : QStringLiteral("0"));
     return true;
 }
 
@@ -209,8 +209,8 @@ bool BatchGeneration::confirm()
                          + (ticked("chkOnce") ? QStringLiteral(" to be used Once") : QString())
                          + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
     const QString question =
-        m_quick ? QStringLiteral("You have choosen to Generate [") + legacy::CStrSingle(m_number) + QStringLiteral("Tks] in ")
-                      + field("cboPages").text() + QStringLiteral(" of ") + legacy::CStr(m_time) + tail
+        m_quick ? QStringLiteral("You have choosen to Generate [") + values::singleText(m_number) + QStringLiteral("Tks] in ")
+                      + field("cboPages").text() + QStringLiteral(" of ") + values::numberText(m_time) + tail
                 : QStringLiteral("You have choosen to Generate ") + field("cboNumber").text()
                       + QStringLiteral(" number(s) of ") + field("cboHours").text() + QStringLiteral("hour(s) ")
                       + field("cboMinutes").text() + tail;
@@ -260,13 +260,13 @@ void BatchGeneration::openGroup()
     openTicketGroup(*m_groupRow, session.connection(), m_group);
     m_groupRow->AddNew();
     writeGroupStart(*m_groupRow,
-                    {m_group, m_number, m_time / 60, cost, legacy::Val(cost) * double(m_number), session.byWhom()},
+                    {m_group, m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.byWhom()},
                     m_screen.platform().now());
     m_groupRow->Update();
 
     m_screen[QStringLiteral("ProgressBar1")].setValue(0);
     SessionPreferences prefs = settings();
-    prefs.save(keys::Number, legacy::CStrSingle(m_number));
+    prefs.save(keys::Number, values::singleText(m_number));
     prefs.save(keys::Min, field("cboMinutes").text());
     prefs.save(keys::Hr, field("cboHours").text());
     prefs.save(keys::Amount, cost);
@@ -280,7 +280,7 @@ bool BatchGeneration::makeTickets()
     Recordset tickets;
     // The counter is a 16-bit number; after the loop it stands one above the last ticket.
     qint16 position = 1;
-    for (; position <= qint16(legacy::CInt(m_number).value_or(0)); ++position) {
+    for (; position <= qint16(values::toInt16(m_number).value_or(0)); ++position) {
         platform.sleep(50);
         if (m_screen.StopRequested && stopAnswered()) {
             tickets.Close();
@@ -328,7 +328,7 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.ByWhom = session.byWhom();
     ticket.created = m_screen.platform().today();
     ticket.expiry = expiryColumns(expiryKind(field("cboExpiry").listIndex()),
-                                  legacy::Val(field("txtDays").text()),
+                                  values::leadingNumber(field("txtDays").text()),
                                   ticket.created,
                                   TicketPath::Batch);
     ticket.Amount = m_amount;
@@ -373,7 +373,7 @@ void BatchGeneration::discard()
 
 void BatchGeneration::updateRegister()
 {
-    const double cost = legacy::Val(field("cboCost").text());
+    const double cost = values::leadingNumber(field("cboCost").text());
     m_screen.session().connection().Execute(
         Statement(QStringLiteral("UPDATE Register SET TotGenerated = TotGenerated + {}, TotCost = TotCost + {}"),
                   {m_number, cost * double(m_number)}));

@@ -7,12 +7,12 @@
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "printing/PrintDispatch.h"
 #include "printing/PrintStaging.h"
 #include "shell/General.h"
 #include "store/Connection.h"
+#include "values/Numbers.h"
 
 #include <optional>
 
@@ -93,7 +93,7 @@ bool CustomTicket::checkPassword()
 
 bool CustomTicket::checkTime()
 {
-    m_minutes = legacy::Val(field("cboCustomMinutes").text()) + legacy::Val(field("cboCustomHours").text()) * 60;
+    m_minutes = values::leadingNumber(field("cboCustomMinutes").text()) + values::leadingNumber(field("cboCustomHours").text()) * 60;
     if (m_minutes == 0)
         return warn(QStringLiteral("Time is Zero!"));
     if (m_minutes < 1 || m_minutes > MaxMinutes)
@@ -103,7 +103,7 @@ bool CustomTicket::checkTime()
 
 bool CustomTicket::checkCost()
 {
-    m_cost = legacy::Val(field("cboCustomCost").text());
+    m_cost = values::leadingNumber(field("cboCustomCost").text());
     if (m_cost < 0 || m_cost > MaxCost)
         return warn(QStringLiteral("Cost Value small or large or invalid!"));
     return true;
@@ -128,8 +128,8 @@ bool CustomTicket::confirm()
         expiryKind(field("cboCustomExpiry").listIndex()),
         field("txtCustomDays").text(),
         m_screen.platform().today());
-    const QString question = QStringLiteral("You have choosen to Generate a ticket of ") + legacy::CStr(m_minutes)
-        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + legacy::CStr(m_cost)
+    const QString question = QStringLiteral("You have choosen to Generate a ticket of ") + values::numberText(m_minutes)
+        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + values::numberText(m_cost)
         + QStringLiteral(" with Expiration Date of ") + expiry
         + (ticked("chkCustomTimePeriod") ? QStringLiteral(" and for Time Ticket") : QString())
         + (ticked("chkCustomOnce") ? QStringLiteral(" to be used Once") : QString())
@@ -169,10 +169,10 @@ bool CustomTicket::addTicket()
     ticket.ByWhom = m_screen.session().byWhom();
     ticket.created = m_screen.platform().today();
     ticket.expiry = expiryColumns(expiryKind(field("cboCustomExpiry").listIndex()),
-        legacy::Val(field("txtCustomDays").text()),
+        values::leadingNumber(field("txtCustomDays").text()),
         ticket.created,
         TicketPath::Custom);
-    ticket.Amount = ticketAmount(settings(), legacy::CStr(m_cost));
+    ticket.Amount = ticketAmount(settings(), values::numberText(m_cost));
     ticket.StartTime = field("dtCustomStart").dateTime();
     ticket.EndTime = field("dtCustomEnd").dateTime();
     ticket.Quota = m_quotas ? m_quota : 0;

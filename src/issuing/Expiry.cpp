@@ -1,8 +1,9 @@
 #include "issuing/Expiry.h"
 
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "store/PreferenceKeys.h"
+#include "values/Dates.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -39,7 +40,7 @@ ExpiryColumns expiryColumns(ExpiryKind kind, double fieldDays, const QDate& toda
 
 QVariant daysAfter(const QDate& day, double days)
 {
-    const std::optional<QDateTime> date = legacy::FromSerial(legacy::ToSerial(QDateTime(day, QTime(0, 0))) + days);
+    const std::optional<QDateTime> date = values::fromSerial(values::toSerial(QDateTime(day, QTime(0, 0))) + days);
     return date ? QVariant(*date) : QVariant();
 }
 
@@ -51,8 +52,8 @@ QString expiryListText(const QVariant& days, const QVariant& expire)
     const double value = days.toDouble(&numeric);
     // A Days text that is no number fails the comparison, and a failed test counts as true.
     if (!numeric || value == 0)
-        return legacy::Format(expire, QStringLiteral("dd/mmm/yy"));
-    return legacy::Format(days, QString()) + QStringLiteral("day(s)");
+        return values::format(expire, QStringLiteral("dd/mmm/yy"));
+    return values::format(days, QString()) + QStringLiteral("day(s)");
 }
 
 QString expiryConfirmationText(
@@ -60,7 +61,7 @@ QString expiryConfirmationText(
 {
     switch (kind) {
     case ExpiryKind::Fixed:
-        return legacy::Format(daysAfter(today, preferences.number(keys::Expire)), QStringLiteral("dd, mmm yyyy"));
+        return values::format(daysAfter(today, preferences.number(keys::Expire)), QStringLiteral("dd, mmm yyyy"));
     case ExpiryKind::Flexible:
         return daysField + QStringLiteral(" days");
     case ExpiryKind::Never:
@@ -71,9 +72,9 @@ QString expiryConfirmationText(
 
 DaysFieldResult leaveDaysField(SessionPreferences& preferences, int listIndex, const QString& text)
 {
-    if (!legacy::IsNumeric(text))
+    if (!values::isNumeric(text))
         return {QString(DaysFieldResetText), QStringLiteral("Non numeric entry!")};
-    if (legacy::Val(text) > MaxFieldDays)
+    if (values::leadingNumber(text) > MaxFieldDays)
         return {QString(DaysFieldResetText), QStringLiteral("Value should not be greater than 365 days!")};
     preferences.save(expiryKind(listIndex) == ExpiryKind::Fixed ? keys::Expire : keys::ExLog, text);
     return {text, std::nullopt};

@@ -1,17 +1,17 @@
 #include "issuing/GenAcc.h"
 
+#include "inventory/TicketDeletion.h"
+#include "inventory/TicketListing.h"
 #include "issuing/BatchGeneration.h"
 #include "issuing/CustomTicket.h"
 #include "issuing/GenAccControls.h"
-#include "inventory/TicketDeletion.h"
-#include "inventory/TicketListing.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "printing/SheetSettings.h"
 #include "shell/General.h"
 #include "shell/Screens.h"
 #include "store/Recordset.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -48,7 +48,7 @@ QString id(const char* text)
 // A value from the preference store if it is numeric and below the limit, else the fallback.
 QString boundedSetting(const QString& stored, double limit, const QString& fallback)
 {
-    return legacy::IsNumeric(stored) && legacy::Val(stored) < limit ? stored : fallback;
+    return values::isNumeric(stored) && values::leadingNumber(stored) < limit ? stored : fallback;
 }
 
 } // namespace
@@ -136,10 +136,10 @@ void GenAcc::buildNewTab(Control& frame)
         genacc::filterNumericKeys(*field);
     }
     number.onLostFocus = [this, &number] {
-        if (!legacy::IsNumeric(number.text())) {
+        if (!values::isNumeric(number.text())) {
             number.setText(QStringLiteral("50"));
             platform().messageBox(QStringLiteral("A numeric Value is required! (eg. 123)"), MsgStyle::Warning);
-        } else if (legacy::Val(number.text()) > 999) {
+        } else if (values::leadingNumber(number.text()) > 999) {
             platform().messageBox(QStringLiteral("You can't generate more than 999 tickets at a time!"),
                                   MsgStyle::Warning);
             number.setText(QStringLiteral("999"));
@@ -510,7 +510,7 @@ void GenAcc::loadLastBatch()
     (*this)[id("cboMinutes")].setText(boundedSetting(settings.text(keys::Min), 60, QStringLiteral("0")));
     (*this)[id("cboHours")].setText(boundedSetting(settings.text(keys::Hr), 101, QStringLiteral("0")));
     const QString amount = settings.text(keys::Amount);
-    (*this)[id("cboCost")].setText(legacy::IsNumeric(amount) ? amount : QStringLiteral("50"));
+    (*this)[id("cboCost")].setText(values::isNumeric(amount) ? amount : QStringLiteral("50"));
 }
 
 void GenAcc::loadQuickTickets()
@@ -554,7 +554,7 @@ void GenAcc::activate()
     const QString expire = settings.text(keys::Expire);
     const QString exlog = settings.text(keys::ExLog);
     int expiryEntry = 1;
-    if (legacy::IsNumeric(expire) && legacy::IsNumeric(exlog) && settings.text(keys::ExType) == QLatin1String("1"))
+    if (values::isNumeric(expire) && values::isNumeric(exlog) && settings.text(keys::ExType) == QLatin1String("1"))
         expiryEntry = 0;
     for (const char* list : {"cboExpiry", "cboCustomExpiry", "cboMemberExpiry"})
         (*this)[id(list)].setListIndex(expiryEntry);

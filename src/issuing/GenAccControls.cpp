@@ -4,9 +4,9 @@
 #include "issuing/GenAcc.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
+#include "values/Numbers.h"
 
 namespace marlet::genacc {
 
@@ -58,7 +58,7 @@ void wireCostList(GenAcc& screen, Control& cost)
 {
     cost.onLostFocus = [&screen, &cost] {
         const QString text = cost.text();
-        if (!legacy::IsNumeric(text) || legacy::Val(text) < 0 || legacy::Val(text) > 99999) {
+        if (!values::isNumeric(text) || values::leadingNumber(text) < 0 || values::leadingNumber(text) > 99999) {
             screen.platform().messageBox(QStringLiteral("Amount must be between 0 to 99,999!"), MsgStyle::Warning);
             cost.setText(QStringLiteral("0"));
         }
@@ -79,7 +79,7 @@ void wireHoursCheck(GenAcc& screen, Control& hours)
 {
     hours.onLostFocus = [&screen, &hours] {
         const QString text = hours.text();
-        if (!legacy::IsNumeric(text) || legacy::Val(text) < 0 || legacy::Val(text) > 360) {
+        if (!values::isNumeric(text) || values::leadingNumber(text) < 0 || values::leadingNumber(text) > 360) {
             screen.platform().messageBox(QStringLiteral("Hour(s) Can't be less than 0 or greater than 360!"),
                                          MsgStyle::Warning);
             hours.setText(QStringLiteral("0"));
@@ -125,7 +125,7 @@ void wireExpiry(GenAcc& screen, Control& list, Control& days, Control& daysLabel
         const SessionPreferences settings = screen.session().settings();
         const bool fixed = kind == ExpiryKind::Fixed;
         const QString stored = settings.text(fixed ? keys::Expire : keys::ExLog);
-        const bool usable = legacy::IsNumeric(stored) && legacy::Val(stored) < 366;
+        const bool usable = values::isNumeric(stored) && values::leadingNumber(stored) < 366;
         days.setText(usable ? stored : (fixed ? QStringLiteral("20") : QStringLiteral("5")));
     };
     days.onLostFocus = [&screen, &list, &days] {

@@ -1,8 +1,8 @@
 #include "issuing/Quota.h"
 
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "store/PreferenceKeys.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -40,7 +40,7 @@ QString quotaPromptText(TicketPath path)
 QuotaAnswer quotaAnswer(const QString& answer, TicketPath path)
 {
     // An answer too large for the quota's integer fails its conversion like an empty one.
-    const qint32 quota = legacy::CLng(legacy::Val(answer)).value_or(0);
+    const qint32 quota = values::toInt32(values::leadingNumber(answer)).value_or(0);
     if (quota == 0) {
         const QString message = path == TicketPath::Batch ? QString() : QStringLiteral("Custom ticket not Created!");
         return {QuotaAnswer::Outcome::Ended, 0, message};

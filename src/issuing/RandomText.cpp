@@ -1,7 +1,7 @@
 #include "issuing/RandomText.h"
 
-#include "platform/LegacyConvert.h"
 #include "store/PreferenceKeys.h"
+#include "values/Numbers.h"
 
 #include <QRandomGenerator>
 
@@ -30,7 +30,7 @@ UniformSource systemUniformSource()
 
 TicketAlphabet ticketAlphabet(const QString& passGenType)
 {
-    switch (legacy::CInt(passGenType).value_or(0)) {
+    switch (values::toInt16(passGenType).value_or(0)) {
     case 1:
         return TicketAlphabet::Digits;
     case 2:

@@ -1,14 +1,14 @@
 #include "issuing/TicketGroup.h"
 
-#include "platform/LegacyFormat.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
 
 namespace marlet {
 
 QString groupTimeStamp(const QString& what, const QDateTime& now)
 {
-    return what + legacy::Format(now, QStringLiteral("HH:mm")) + QStringLiteral(", ")
-        + legacy::Format(now, QStringLiteral("dd/mm/yy"));
+    return what + values::format(now, QStringLiteral("HH:mm")) + QStringLiteral(", ")
+        + values::format(now, QStringLiteral("dd/mm/yy"));
 }
 
 bool openTicketGroup(Recordset& row, Connection& connection, const QString& group)

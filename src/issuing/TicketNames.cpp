@@ -1,8 +1,8 @@
 #include "issuing/TicketNames.h"
 
-#include "platform/LegacyConvert.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
+#include "values/Numbers.h"
 
 #include <QStringList>
 
@@ -61,9 +61,9 @@ QString batchUsername(const SessionPreferences& preferences, const QString& pref
 int batchPasswordLength(const SessionPreferences& preferences)
 {
     const QString length = preferences.text(keys::TPlen);
-    if (!legacy::IsNumeric(length))
+    if (!values::isNumeric(length))
         return DefaultPasswordLength;
-    return legacy::CInt(length).value_or(0);
+    return values::toInt16(length).value_or(0);
 }
 
 QString batchPassword(const SessionPreferences& preferences, const UniformSource& source)

@@ -1,9 +1,9 @@
 #include "issuing/TicketRow.h"
 
 #include "issuing/TicketRules.h"
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 #include <QList>
 #include <QStringList>
@@ -96,14 +96,14 @@ TicketRowFields ticketRowFields(const TicketValues& ticket)
 QString ticketRowLine(const QString& number, const TicketRowFields& fields, bool hidePassword)
 {
     // A null Time gives a null number of minutes, which joins as nothing.
-    const QString minutes = fields.Time.isNull() ? QString() : legacy::CStr(wholeMinutes(fields.Time.toDouble()));
+    const QString minutes = fields.Time.isNull() ? QString() : values::numberText(wholeMinutes(fields.Time.toDouble()));
     return QStringList {number,
         fields.Username.toString(),
         hidePassword ? QStringLiteral("*****") : fields.Password.toString(),
         minutes + QStringLiteral("min(s)"),
         fields.TicketGrp.toString(),
         expiryListText(fields.Days, fields.Expire),
-        legacy::Format(fields.DateCreated, QStringLiteral("dd/mmm/yy"))}
+        values::format(fields.DateCreated, QStringLiteral("dd/mmm/yy"))}
         .join(u'\t');
 }
 

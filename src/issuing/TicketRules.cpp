@@ -1,7 +1,7 @@
 #include "issuing/TicketRules.h"
 
-#include "platform/LegacyConvert.h"
 #include "store/PreferenceKeys.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -31,7 +31,7 @@ double creditMinutes(double seconds)
 
 double wholeMinutes(double seconds)
 {
-    return legacy::Int(creditMinutes(seconds));
+    return values::floorToWhole(creditMinutes(seconds));
 }
 
 QString ticketAmount(const QString& currency, const QString& price)

@@ -21,11 +21,4 @@ int defaultButton(int style)
 
 } // namespace MsgStyle
 
-QString MessageTitle()
-{
-    // Built from the version numbers at every message, never kept in a variable.
-    return QStringLiteral("Norvantis v") + QString::number(MARLET_VERSION_MAJOR) + u'.'
-           + QString::number(MARLET_VERSION_MINOR) + u'.' + QString::number(MARLET_VERSION_REVISION);
-}
-
 } // namespace marlet

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "values/Product.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
@@ -43,9 +45,6 @@ int buttons(int style);       // 0 OK, 1 OK/Cancel, 2 Abort/Retry/Ignore, 3 Yes/
 int icon(int style);          // 0, 16, 32, 48 or 64
 int defaultButton(int style); // 0 first, 1 second, 2 third
 } // namespace MsgStyle
-
-// Text of every message box title: the product word and the component's version.
-QString MessageTitle();
 
 // A serial line as the point-of-sale test uses it.
 class SerialPort

@@ -3,7 +3,6 @@
 #include "printing/TicketSheet.h"
 
 #include "issuing/GenAcc.h"
-#include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
 #include "printing/TicketDocuments.h"
 #include "shell/General.h"
@@ -11,6 +10,7 @@
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "values/Formats.h"
 
 #include <array>
 #include <memory>

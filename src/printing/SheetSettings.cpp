@@ -1,9 +1,9 @@
 #include "printing/SheetSettings.h"
 
-#include "platform/LegacyConvert.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -73,9 +73,9 @@ QuickTicketAddition addQuickTicket(
 {
     using Field = QuickTicketAddition::Field;
     const QString numericRequired = QStringLiteral("Numeric Value required!");
-    if (!legacy::IsNumeric(definition.cost))
+    if (!values::isNumeric(definition.cost))
         return {{}, numericRequired, Field::Cost};
-    if (!legacy::IsNumeric(definition.minutes))
+    if (!values::isNumeric(definition.minutes))
         return {{}, numericRequired, Field::Time};
     const QString entry = quickTicketEntry(definition, currency);
     if (existing.contains(entry))

@@ -1,12 +1,12 @@
 #include "printing/TicketDocuments.h"
 
 #include "issuing/GenAcc.h"
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "platform/Platform.h"
 #include "shell/General.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 #include <QDir>
 #include <QFile>
@@ -469,22 +469,22 @@ std::optional<TicketFace> PageWriter::readFace(const Recordset& tickets, const P
     face.username = field("Username").toString();
     face.password = field("Password").toString();
     face.amount = field("Amount").toString();
-    face.timeText = legacy::CStr(legacy::Int(field("Time").toDouble() / 60)) + QStringLiteral("min(s)");
+    face.timeText = values::numberText(values::floorToWhole(field("Time").toDouble() / 60)) + QStringLiteral("min(s)");
 
     const double days = field("Days").toDouble();
     const QVariant expire = field("Expire");
     if (days > 0)
-        face.expiry = legacy::CStr(days) + QStringLiteral("day(s)");
+        face.expiry = values::numberText(days) + QStringLiteral("day(s)");
     else if (expire.isNull())
         face.expiry = design.noExpiry;
     else
-        face.expiry = legacy::Format(expire, QStringLiteral("dd-MMM-yy"));
+        face.expiry = values::format(expire, QStringLiteral("dd-MMM-yy"));
 
     face.night = field("Night").toBool();
     const QVariant start = field("StartTime");
     const QVariant end = field("EndTime");
-    face.status = face.night ? QStringLiteral("Time Ticket [") + legacy::Format(start, QStringLiteral("hh:mmAMPM"))
-            + u'-' + legacy::Format(end, QStringLiteral("hh:mmAMPM")) + u']'
+    face.status = face.night ? QStringLiteral("Time Ticket [") + values::format(start, QStringLiteral("hh:mmAMPM"))
+            + u'-' + values::format(end, QStringLiteral("hh:mmAMPM")) + u']'
                              : QStringLiteral("All Day");
     const QVariant recharge = field("Autorecharge");
     if (!recharge.isNull() && recharge.toString() != QLatin1String("NONE"))
@@ -493,9 +493,9 @@ std::optional<TicketFace> PageWriter::readFace(const Recordset& tickets, const P
         face.status += QStringLiteral("/Flexy");
 
     const QString group = field("TicketGrp").toString();
-    const QString number = legacy::Format(field("TicketNo"), QStringLiteral("0000"));
+    const QString number = values::format(field("TicketNo"), QStringLiteral("0000"));
     face.number = (design.shortNumber ? group.right(4) : group) + u'-' + number;
-    face.printed = legacy::Format(m_platform.today(), QStringLiteral("dd-MMM-yy"));
+    face.printed = values::format(m_platform.today(), QStringLiteral("dd-MMM-yy"));
     face.byWhom = field("ByWhom").toString();
     if (!field.ok())
         return std::nullopt;

@@ -1,11 +1,11 @@
 #include "printing/TicketSheet.h"
 
-#include "platform/LegacyConvert.h"
-#include "platform/LegacyFormat.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "values/Formats.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -18,7 +18,7 @@ constexpr double UnlimitedQuota = -9999;
 
 QString numberText(double value)
 {
-    return legacy::CStr(value);
+    return values::numberText(value);
 }
 
 double numberOf(const QVariant& value)
@@ -91,7 +91,7 @@ int TicketSheet::pageCount() const
 
 QString sheetTimeText(double seconds)
 {
-    const qint64 minutes = qint64(legacy::Fix(seconds / 60));
+    const qint64 minutes = qint64(values::truncateToWhole(seconds / 60));
     const auto minuteText = [](qint64 count) -> QString { return QString::number(count) + QStringLiteral(" min(s)"); };
     if (minutes < 60)
         return minuteText(minutes);
@@ -105,7 +105,7 @@ QString sheetExpiryText(const QVariant& expire, double days)
         return numberText(days) + QStringLiteral(" day(s) after first use");
     if (expire.isNull() || !expire.toDateTime().isValid())
         return QStringLiteral("Never expires");
-    return QStringLiteral("Expires ") + legacy::Format(expire.toDateTime().date(), QStringLiteral("dd-MMM-yy"));
+    return QStringLiteral("Expires ") + values::format(expire.toDateTime().date(), QStringLiteral("dd-MMM-yy"));
 }
 
 QString ticketTimeRule(
@@ -117,9 +117,9 @@ QString ticketTimeRule(
         return QStringLiteral("Time-Once");
     const QString hhmm = QStringLiteral("HH:mm");
     if (settings.number(keys::UseGTime) == 0)
-        return legacy::Format(start, hhmm) + u'-' + legacy::Format(end, hhmm);
-    return legacy::Format(settings.text(keys::BeginTime), hhmm) + u'-'
-        + legacy::Format(settings.text(keys::EndTime), hhmm);
+        return values::format(start, hhmm) + u'-' + values::format(end, hhmm);
+    return values::format(settings.text(keys::BeginTime), hhmm) + u'-'
+        + values::format(settings.text(keys::EndTime), hhmm);
 }
 
 QString sheetQuotaText(double quota)

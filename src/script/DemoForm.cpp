@@ -1,7 +1,7 @@
 #include "script/DemoForm.h"
 
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -30,7 +30,7 @@ void DemoForm::build()
 void DemoForm::checkNumber()
 {
     Control& value = (*this)[QStringLiteral("Text1")];
-    if (legacy::IsNumeric(value.text()))
+    if (values::isNumeric(value.text()))
         return;
     platform().messageBox(QStringLiteral("A numeric Value is required! (eg. 123)"), MsgStyle::Exclamation);
     value.setText(QStringLiteral("50"));
@@ -41,7 +41,7 @@ void DemoForm::showValue()
     const QString text = (*this)[QStringLiteral("Text1")].text();
     platform().messageBox(QStringLiteral("The Value is ") + text, MsgStyle::Information);
     (*this)[QStringLiteral("Label1")].setCaption(
-        QStringLiteral("Twice the Value: ") + legacy::CStr(legacy::Val(text) * 2));
+        QStringLiteral("Twice the Value: ") + values::numberText(values::leadingNumber(text) * 2));
 }
 
 } // namespace marlet

@@ -1,10 +1,10 @@
 #include "script/ScenarioDatabase.h"
 
-#include "platform/LegacyConvert.h"
 #include "store/Connection.h"
 #include "store/DatabaseInit.h"
 #include "store/Recordset.h"
 #include "store/StoreValue.h"
+#include "values/Numbers.h"
 
 #include <QDir>
 
@@ -22,9 +22,9 @@ QString cellText(const QVariant& value)
     case QMetaType::QDateTime:
         return storevalue::dateTimeText(value.toDateTime());
     case QMetaType::Float:
-        return legacy::CStrSingle(value.toFloat());
+        return values::singleText(value.toFloat());
     case QMetaType::Double:
-        return legacy::CStr(value.toDouble());
+        return values::numberText(value.toDouble());
     default:
         return value.toString();
     }

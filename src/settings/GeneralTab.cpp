@@ -1,12 +1,13 @@
 #include "settings/GeneralTab.h"
 
 #include "platform/KeyRules.h"
-#include "platform/LegacyConvert.h"
 #include "platform/Platform.h"
 #include "settings/Options.h"
 #include "shell/General.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
+#include "values/Numbers.h"
+#include "values/Texts.h"
 
 namespace marlet {
 
@@ -43,14 +44,14 @@ const CheckField LogLimitBox {"chkLogLimit", &keys::LogLimit};
 // A check box takes a stored check value it can show; any other text leaves it as it stands.
 void showCheckValue(Control& box, const QString& stored)
 {
-    const std::optional<qint16> value = legacy::CInt(stored);
+    const std::optional<qint16> value = values::toInt16(stored);
     if (value && *value >= CheckState::Unchecked && *value <= CheckState::Grayed)
         box.setValue(*value);
 }
 
 bool blank(const QString& text)
 {
-    return legacy::Trim(text).isEmpty();
+    return values::trimBlanks(text).isEmpty();
 }
 
 } // namespace
@@ -79,10 +80,10 @@ bool GeneralTab::portAllowed(const QString& port)
 {
     // Every test but the top bound takes the port as a 16-bit integer; one that does not fit fails
     // the conversion, and that failure ends in the refusal.
-    const std::optional<qint16> number = legacy::CInt(port);
+    const std::optional<qint16> number = values::toInt16(port);
     if (!number || *number < 1001 || (*number >= 1002 && *number <= 1005) || *number == 2000)
         return false;
-    return legacy::Val(port) <= 63553;
+    return values::leadingNumber(port) <= 63553;
 }
 
 // ---- building -------------------------------------------------------------------------------
@@ -310,7 +311,7 @@ void GeneralTab::leaveServerPort()
         m_screen.setFocus(port);
         return;
     }
-    if (!legacy::IsNumeric(text)) {
+    if (!values::isNumeric(text)) {
         platform.messageBox(QStringLiteral("Nonnumeric figure entered!"), MsgStyle::Warning);
         port.setText(DefaultPort);
         m_screen.setFocus(port);
@@ -324,8 +325,8 @@ void GeneralTab::leaveServerPort()
         return;
     }
     const Control* external = m_screen.control(id(optionsfield::ExternalPort));
-    const std::optional<qint16> externalNumber = external ? legacy::CInt(external->text()) : std::nullopt;
-    if (externalNumber && legacy::CInt(text) == externalNumber) {
+    const std::optional<qint16> externalNumber = external ? values::toInt16(external->text()) : std::nullopt;
+    if (externalNumber && values::toInt16(text) == externalNumber) {
         platform.messageBox(QStringLiteral("Server Port can't be the same with External Database Port!"),
                             MsgStyle::Warning);
         port.setText(DefaultPort);
@@ -335,11 +336,11 @@ void GeneralTab::leaveServerPort()
 void GeneralTab::leaveLoginLimit()
 {
     Control& limit = field("txtLogLimit");
-    if (!legacy::IsNumeric(limit.text())) {
+    if (!values::isNumeric(limit.text())) {
         m_screen.platform().messageBox(QStringLiteral("The Login limit must have a numeric value!"), MsgStyle::Warning);
         limit.setText(DefaultLoginLimit);
         m_screen.setFocus(limit);
-    } else if (legacy::Val(limit.text()) < 1) {
+    } else if (values::leadingNumber(limit.text()) < 1) {
         m_screen.platform().messageBox(QStringLiteral("The Login has a minimum value of 1!"), MsgStyle::Warning);
         limit.setText(QStringLiteral("1"));
         m_screen.setFocus(limit);
@@ -351,10 +352,10 @@ void GeneralTab::leaveLoginLimit()
 bool GeneralTab::check()
 {
     Control& port = field("txtServerPort");
-    if (!legacy::IsNumeric(port.text()))
+    if (!values::isNumeric(port.text()))
         port.setText(DefaultPort);
     // A port beyond a 16-bit integer fails the comparison, and SimComp keeps its stored value.
-    if (const std::optional<qint16> number = legacy::CInt(port.text())) {
+    if (const std::optional<qint16> number = values::toInt16(port.text())) {
         SessionPreferences stored = settings();
         stored.save(keys::SimComp, *number <= m_screen.session().MaxComputers ? port.text() : QStringLiteral("5"));
     }
@@ -365,7 +366,7 @@ bool GeneralTab::check()
         m_screen.setFocus(field("txtBindType"));
         return false;
     }
-    if (!legacy::IsNumeric(field("txtLogLimit").text())) {
+    if (!values::isNumeric(field("txtLogLimit").text())) {
         platform.messageBox(QStringLiteral("The Log in limit must have a numeric value!"), MsgStyle::Warning);
         m_screen.selectTab(Flag);
         // The night time start stands on another tab, hidden now: the focus does not go there.

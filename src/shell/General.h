@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/PreferenceKeys.h"
+#include "values/HostFlags.h"
 
 #include <QString>
 
@@ -64,15 +65,5 @@ struct General
     // The folder of the host's program: everything up to the last "\" or "/" of ServerPath.
     QString serverFolder() const;
 };
-
-// Boolean flags as the host exchanges them: -1 true, 0 false; any non-zero value counts as true.
-constexpr qint16 flag(bool value)
-{
-    return value ? qint16(-1) : qint16(0);
-}
-constexpr bool isSet(qint16 flagValue)
-{
-    return flagValue != 0;
-}
 
 } // namespace marlet

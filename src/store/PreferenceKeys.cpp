@@ -1,6 +1,6 @@
 #include "store/PreferenceKeys.h"
 
-#include "platform/LegacyConvert.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -68,7 +68,7 @@ void SessionPreferences::save(const PreferenceKey& key, const QString& value)
 
 double SessionPreferences::numberOf(const QString& text)
 {
-    return legacy::Val(text);
+    return values::leadingNumber(text);
 }
 
 bool SessionPreferences::truthOf(const QString& text)
@@ -78,7 +78,7 @@ bool SessionPreferences::truthOf(const QString& text)
         return true;
     if (trimmed.compare(u"False", Qt::CaseInsensitive) == 0)
         return false;
-    return legacy::IsNumeric(trimmed) && legacy::Val(trimmed) != 0;
+    return values::isNumeric(trimmed) && values::leadingNumber(trimmed) != 0;
 }
 
 } // namespace marlet

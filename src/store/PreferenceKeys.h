@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/Preferences.h"
+#include "values/Product.h"
 
 #include <QLatin1StringView>
 #include <QString>
@@ -9,10 +10,6 @@
 #include <string_view>
 
 namespace marlet {
-
-// The product word: the application name that some keys are read or written under instead of the
-// host's title. The two meet when the host's title is this same word.
-inline constexpr QLatin1StringView ProductWord {"Norvantis"};
 
 // Under which application a key is addressed: the host's title (AppTitle) or the product word.
 enum class PreferenceApp { Title, Product };

@@ -1,6 +1,7 @@
 #include "store/StoreValue.h"
 
-#include "platform/LegacyConvert.h"
+#include "values/Dates.h"
+#include "values/Numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -43,8 +44,8 @@ std::optional<double> numberOf(const QVariant& value)
         return value.toBool() ? -1.0 : 0.0;
     if (isWholeNumberType(value) || isFractionType(value))
         return value.toDouble();
-    if (value.typeId() == QMetaType::QString && legacy::IsNumeric(value.toString()))
-        return legacy::Val(value.toString());
+    if (value.typeId() == QMetaType::QString && values::isNumeric(value.toString()))
+        return values::leadingNumber(value.toString());
     return std::nullopt;
 }
 
@@ -73,14 +74,14 @@ std::optional<QString> dateTextOf(const QVariant& value)
     case QMetaType::QTime:
         return value.toTime().isValid() ? std::optional(timeText(value.toTime())) : std::nullopt;
     case QMetaType::QString:
-        if (const auto date = legacy::CDate(value.toString()))
+        if (const auto date = values::readDate(value.toString()))
             return dateTimeText(*date);
         return std::nullopt;
     case QMetaType::Bool:
         return std::nullopt;
     default:
         if (const auto serial = numberOf(value)) {
-            if (const auto date = legacy::FromSerial(*serial))
+            if (const auto date = values::fromSerial(*serial))
                 return dateTimeText(*date);
         }
         return std::nullopt;
@@ -101,9 +102,9 @@ QString textOf(const QVariant& value)
     case QMetaType::Bool:
         return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
     case QMetaType::Double:
-        return legacy::CStr(value.toDouble());
+        return values::numberText(value.toDouble());
     case QMetaType::Float:
-        return legacy::CStrSingle(value.toFloat());
+        return values::singleText(value.toFloat());
     case QMetaType::QDateTime:
     case QMetaType::QDate:
     case QMetaType::QTime:
@@ -171,7 +172,7 @@ QString dateText(const QDate& value)
 
 QString timeText(const QTime& value)
 {
-    return legacy::ZeroDate().toString(QStringLiteral("yyyy-MM-dd ")) + value.toString(QStringLiteral("HH:mm:ss"));
+    return values::zeroDate().toString(QStringLiteral("yyyy-MM-dd ")) + value.toString(QStringLiteral("HH:mm:ss"));
 }
 
 std::optional<QDateTime> parseDateTime(QStringView text)
@@ -207,14 +208,14 @@ std::optional<QVariant> toStored(ColumnType type, const QVariant& value)
     }
     case ColumnType::Integer: {
         const auto number = numberOf(value);
-        const auto whole = number ? legacy::CLng(*number) : std::nullopt;
+        const auto whole = number ? values::toInt32(*number) : std::nullopt;
         return whole ? std::optional<QVariant>(qint64(*whole)) : std::nullopt;
     }
     case ColumnType::Single: {
         const auto number = numberOf(value);
-        if (!number || !std::isfinite(legacy::CSng(*number)))
+        if (!number || !std::isfinite(values::toSingle(*number)))
             return std::nullopt;
-        return QVariant(double(legacy::CSng(*number)));
+        return QVariant(double(values::toSingle(*number)));
     }
     case ColumnType::Double: {
         const auto number = numberOf(value);
@@ -260,7 +261,7 @@ QVariant fromInteger(ColumnType type, qint64 value)
     case ColumnType::Double:
         return QVariant(double(value));
     case ColumnType::Date:
-        if (const auto date = legacy::FromSerial(double(value)))
+        if (const auto date = values::fromSerial(double(value)))
             return QVariant(*date);
         return QVariant(value);
     case ColumnType::Integer:
@@ -274,7 +275,7 @@ QVariant fromReal(ColumnType type, double value)
 {
     switch (type) {
     case ColumnType::Text:
-        return QVariant(legacy::CStr(value));
+        return QVariant(values::numberText(value));
     case ColumnType::Boolean:
         return QVariant(value != 0);
     case ColumnType::Integer:
@@ -282,7 +283,7 @@ QVariant fromReal(ColumnType type, double value)
     case ColumnType::Single:
         return QVariant(float(value));
     case ColumnType::Date:
-        if (const auto date = legacy::FromSerial(value))
+        if (const auto date = values::fromSerial(value))
             return QVariant(*date);
         return QVariant(value);
     case ColumnType::Double:
@@ -299,7 +300,7 @@ QVariant fromText(ColumnType type, const QString& value)
     if (type == ColumnType::Date) {
         if (const auto date = parseDateTime(value))
             return QVariant(*date);
-        if (const auto date = legacy::CDate(value))
+        if (const auto date = values::readDate(value))
             return QVariant(*date);
         return QVariant(value);
     }
@@ -307,9 +308,9 @@ QVariant fromText(ColumnType type, const QString& value)
         const auto truth = truthOf(QVariant(value));
         return truth ? QVariant(*truth) : QVariant(value);
     }
-    if (!legacy::IsNumeric(value))
+    if (!values::isNumeric(value))
         return QVariant(value);
-    const double number = legacy::Val(value);
+    const double number = values::leadingNumber(value);
     return type == ColumnType::Number ? numberValue(number) : fromReal(type, number);
 }
 

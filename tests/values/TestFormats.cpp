@@ -1,6 +1,7 @@
-#include "platform/LegacyFormat.h"
+#include "values/Formats.h"
 
-#include "platform/LegacyConvert.h"
+#include "values/Dates.h"
+#include "values/Numbers.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -8,10 +9,10 @@
 #include <cmath>
 #include <limits>
 
-using namespace marlet::legacy;
+using namespace marlet::values;
 using namespace Qt::StringLiterals;
 
-class TestLegacyFormat : public QObject
+class TestFormats : public QObject
 {
     Q_OBJECT
 
@@ -44,10 +45,10 @@ QDateTime at(int year, int month, int day, int hour = 0, int minute = 0, int sec
 
 } // namespace
 
-void TestLegacyFormat::testFormatDateTime_data()
+void TestFormats::testFormatDateTime_data()
 {
     QTest::addColumn<QDateTime>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     const QDateTime jan5 = at(2009, 1, 5);
@@ -116,18 +117,18 @@ void TestLegacyFormat::testFormatDateTime_data()
     QTest::newRow("an invalid value prints nothing") << QDateTime() << u"dd/mm/yy"_s << QString();
 }
 
-void TestLegacyFormat::testFormatDateTime()
+void TestFormats::testFormatDateTime()
 {
     QFETCH(QDateTime, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatDate_data()
+void TestFormats::testFormatDate_data()
 {
     QTest::addColumn<QDate>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("a date in a list") << QDate(2009, 1, 5) << u"dd/mmm/yy"_s << u"05/Jan/09"_s;
@@ -136,18 +137,18 @@ void TestLegacyFormat::testFormatDate_data()
     QTest::newRow("a null date prints nothing") << QDate() << u"dd/mmm/yy"_s << QString();
 }
 
-void TestLegacyFormat::testFormatDate()
+void TestFormats::testFormatDate()
 {
     QFETCH(QDate, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatTime_data()
+void TestFormats::testFormatTime_data()
 {
     QTest::addColumn<QTime>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("night start") << QTime(6, 0) << u"HH:mm"_s << u"06:00"_s;
@@ -158,18 +159,18 @@ void TestLegacyFormat::testFormatTime_data()
     QTest::newRow("a null time prints nothing") << QTime() << u"HH:mm"_s << QString();
 }
 
-void TestLegacyFormat::testFormatTime()
+void TestFormats::testFormatTime()
 {
     QFETCH(QTime, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatNumber_data()
+void TestFormats::testFormatNumber_data()
 {
     QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("drive bits") << 67108863.0 << u"#0"_s << u"67108863"_s;
@@ -225,18 +226,18 @@ void TestLegacyFormat::testFormatNumber_data()
     QTest::newRow("an infinite value prints as text") << std::numeric_limits<double>::infinity() << u"0"_s << u"inf"_s;
 }
 
-void TestLegacyFormat::testFormatNumber()
+void TestFormats::testFormatNumber()
 {
     QFETCH(double, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatSingle_data()
+void TestFormats::testFormatSingle_data()
 {
     QTest::addColumn<float>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("minutes with two decimals") << 3599.0f / 60 << u"0.00"_s << u"59.98"_s;
@@ -244,18 +245,18 @@ void TestLegacyFormat::testFormatSingle_data()
     QTest::newRow("an empty format prints seven digits") << 3599.0f / 60 << QString() << u"59.98333"_s;
 }
 
-void TestLegacyFormat::testFormatSingle()
+void TestFormats::testFormatSingle()
 {
     QFETCH(float, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(FormatSingle(value, format), text);
+    QCOMPARE(formatSingle(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatText_data()
+void TestFormats::testFormatText_data()
 {
     QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("a stored short time") << u"6:00"_s << u"HH:mm"_s << u"06:00"_s;
@@ -272,18 +273,18 @@ void TestLegacyFormat::testFormatText_data()
     QTest::newRow("an empty format returns the text") << u"007"_s << QString() << u"007"_s;
 }
 
-void TestLegacyFormat::testFormatText()
+void TestFormats::testFormatText()
 {
     QFETCH(QString, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testFormatVariant_data()
+void TestFormats::testFormatVariant_data()
 {
     QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("text");
 
     QTest::newRow("a missing value prints nothing") << QVariant() << u"dd/mmm/yy"_s << QString();
@@ -305,15 +306,15 @@ void TestLegacyFormat::testFormatVariant_data()
     QTest::newRow("false as a number") << QVariant(false) << u"0"_s << u"0"_s;
 }
 
-void TestLegacyFormat::testFormatVariant()
+void TestFormats::testFormatVariant()
 {
     QFETCH(QVariant, value);
-    QFETCH(QString, format);
+    QFETCH(QString, pattern);
     QFETCH(QString, text);
-    QCOMPARE(Format(value, format), text);
+    QCOMPARE(format(value, pattern), text);
 }
 
-void TestLegacyFormat::testMachineDateAndTime_data()
+void TestFormats::testMachineDateAndTime_data()
 {
     QTest::addColumn<QDateTime>("value");
     QTest::addColumn<QString>("date");
@@ -325,48 +326,48 @@ void TestLegacyFormat::testMachineDateAndTime_data()
     QTest::newRow("a null value") << QDateTime() << QString() << QString();
 }
 
-void TestLegacyFormat::testMachineDateAndTime()
+void TestFormats::testMachineDateAndTime()
 {
     QFETCH(QDateTime, value);
     QFETCH(QString, date);
     QFETCH(QString, time);
-    QCOMPARE(MachineDate(value.date()), date);
-    QCOMPARE(MachineTime(value.time()), time);
+    QCOMPARE(machineDate(value.date()), date);
+    QCOMPARE(machineTime(value.time()), time);
 }
 
 // Random formats must never crash the format function, and what it prints must read back.
-void TestLegacyFormat::testRandomFormatsKeepTheInvariants()
+void TestFormats::testRandomFormatsKeepTheInvariants()
 {
     QRandomGenerator random(20090105);
     const QString alphabet = u"dmyhnsqwcDMYHNS/:-, \"\\AaPpMm0#.,;%tT"_s;
     const QDateTime base = at(1930, 1, 1);
     for (int round = 0; round < 3000; ++round) {
-        QString format;
+        QString pattern;
         const int length = random.bounded(16);
         for (int i = 0; i < length; ++i)
-            format += alphabet[random.bounded(int(alphabet.size()))];
+            pattern += alphabet[random.bounded(int(alphabet.size()))];
         const QDateTime value = base.addSecs(random.bounded(qint64(0), qint64(100) * 365 * 86400));
         const double number = (random.generateDouble() - 0.5) * std::pow(10.0, random.bounded(-3, 12));
 
-        QCOMPARE(Format(value, format), Format(value, format));
-        Format(number, format);
-        Format(CStr(number), format);
-        Format(Format(value, u"dd/mm/yyyy hh:nn:ss"_s), format);
+        QCOMPARE(format(value, pattern), format(value, pattern));
+        format(number, pattern);
+        format(numberText(number), pattern);
+        format(format(value, u"dd/mm/yyyy hh:nn:ss"_s), pattern);
 
-        const QString machine = Format(value, u"dd/mm/yyyy hh:nn:ss"_s);
-        QCOMPARE(CDate(machine).value(), value);
-        QCOMPARE(CDate(Format(value, u"c"_s)).value(), value);
-        QCOMPARE(QDateTime::fromString(Format(value, u"yyyymmddhhnnss"_s), u"yyyyMMddHHmmss"_s), value);
-        QCOMPARE(Format(value, u"yymmddhhnnss"_s).size(), 12);
+        const QString machine = format(value, u"dd/mm/yyyy hh:nn:ss"_s);
+        QCOMPARE(readDate(machine).value(), value);
+        QCOMPARE(readDate(format(value, u"c"_s)).value(), value);
+        QCOMPARE(QDateTime::fromString(format(value, u"yyyymmddhhnnss"_s), u"yyyyMMddHHmmss"_s), value);
+        QCOMPARE(format(value, u"yymmddhhnnss"_s).size(), 12);
 
         const int zeros = random.bounded(1, 8);
         const qint64 whole = random.bounded(0, 100000000);
-        QCOMPARE(Format(double(whole), QString(zeros, u'0')), QString::number(whole).rightJustified(zeros, u'0'));
-        const QString twoPlaces = Format(number, u"0.00"_s);
-        QVERIFY2(std::fabs(Val(twoPlaces) - number) <= 0.005 + std::fabs(number) * 1e-14, qPrintable(twoPlaces));
-        QCOMPARE(Val(Format(number, u"#,##0.00"_s).remove(u',')), Val(twoPlaces));
+        QCOMPARE(format(double(whole), QString(zeros, u'0')), QString::number(whole).rightJustified(zeros, u'0'));
+        const QString twoPlaces = format(number, u"0.00"_s);
+        QVERIFY2(std::fabs(leadingNumber(twoPlaces) - number) <= 0.005 + std::fabs(number) * 1e-14, qPrintable(twoPlaces));
+        QCOMPARE(leadingNumber(format(number, u"#,##0.00"_s).remove(u',')), leadingNumber(twoPlaces));
     }
 }
 
-QTEST_GUILESS_MAIN(TestLegacyFormat)
-#include "TestLegacyFormat.moc"
+QTEST_GUILESS_MAIN(TestFormats)
+#include "TestFormats.moc"

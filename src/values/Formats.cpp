@@ -1,6 +1,7 @@
-#include "platform/LegacyFormat.h"
+#include "values/Formats.h"
 
-#include "platform/LegacyConvert.h"
+#include "values/Dates.h"
+#include "values/Numbers.h"
 
 #include <QList>
 #include <QStringList>
@@ -8,24 +9,24 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marlet::legacy {
+namespace marlet::values {
 
 namespace {
 
 // ---- Format strings: quoted text and escapes -------------------------------------------------
 
 // Reads the literal that starts at `pos` when it is quoted text or an escape; advances `pos`.
-bool readQuoted(const QString& format, qsizetype& pos, QString& literal)
+bool readQuoted(const QString& pattern, qsizetype& pos, QString& literal)
 {
-    if (format[pos] == u'"') {
-        const qsizetype close = format.indexOf(u'"', pos + 1);
-        const qsizetype end = close < 0 ? format.size() : close;
-        literal = format.mid(pos + 1, end - pos - 1);
+    if (pattern[pos] == u'"') {
+        const qsizetype close = pattern.indexOf(u'"', pos + 1);
+        const qsizetype end = close < 0 ? pattern.size() : close;
+        literal = pattern.mid(pos + 1, end - pos - 1);
         pos = end + 1;
         return true;
     }
-    if (format[pos] == u'\\') {
-        literal = format.mid(pos + 1, 1);
+    if (pattern[pos] == u'\\') {
+        literal = pattern.mid(pos + 1, 1);
         pos += 2;
         return true;
     }
@@ -104,21 +105,21 @@ constexpr Spelling spellings[] = {
     {u"c", Code::General},
 };
 
-QList<Token> tokenizeDate(const QString& format)
+QList<Token> tokenizeDate(const QString& pattern)
 {
     QList<Token> tokens;
     qsizetype pos = 0;
-    while (pos < format.size()) {
+    while (pos < pattern.size()) {
         QString literal;
-        if (readQuoted(format, pos, literal)) {
+        if (readQuoted(pattern, pos, literal)) {
             tokens.append({Code::Literal, literal});
             continue;
         }
-        Token token {Code::Literal, format.mid(pos, 1)};
+        Token token {Code::Literal, pattern.mid(pos, 1)};
         for (const Spelling& spelling : spellings) {
             const QStringView text(spelling.text);
-            if (QStringView(format).mid(pos, text.size()).compare(text, Qt::CaseInsensitive) == 0) {
-                token = {spelling.code, format.mid(pos, text.size())};
+            if (QStringView(pattern).mid(pos, text.size()).compare(text, Qt::CaseInsensitive) == 0) {
+                token = {spelling.code, pattern.mid(pos, text.size())};
                 break;
             }
         }
@@ -172,10 +173,10 @@ QString halfDay(const Token& token, int hour, qsizetype length)
 
 QString generalDate(const QDateTime& value)
 {
-    if (value.date() == ZeroDate())
-        return MachineTime(value.time());
-    const QString date = MachineDate(value.date());
-    return value.time() == QTime(0, 0) ? date : date + u' ' + MachineTime(value.time());
+    if (value.date() == zeroDate())
+        return machineTime(value.time());
+    const QString date = machineDate(value.date());
+    return value.time() == QTime(0, 0) ? date : date + u' ' + machineTime(value.time());
 }
 
 QString renderDateCode(const Token& token, const QDateTime& value, bool twelveHour)
@@ -191,21 +192,21 @@ QString renderDateCode(const Token& token, const QDateTime& value, bool twelveHo
     case Code::Day2:
         return twoDigits(date.day());
     case Code::DayName:
-        return WeekdayName(Weekday(date), true);
+        return weekdayName(weekdayNumber(date), true);
     case Code::DayFullName:
-        return WeekdayName(Weekday(date));
+        return weekdayName(weekdayNumber(date));
     case Code::DateOfMachine:
-        return MachineDate(date);
+        return machineDate(date);
     case Code::Weekday:
-        return QString::number(Weekday(date));
+        return QString::number(weekdayNumber(date));
     case Code::Month:
         return QString::number(date.month());
     case Code::Month2:
         return twoDigits(date.month());
     case Code::MonthName:
-        return MonthName(date.month(), true);
+        return monthName(date.month(), true);
     case Code::MonthFullName:
-        return MonthName(date.month());
+        return monthName(date.month());
     case Code::Quarter:
         return QString::number((date.month() + 2) / 3);
     case Code::DayOfYear:
@@ -227,7 +228,7 @@ QString renderDateCode(const Token& token, const QDateTime& value, bool twelveHo
     case Code::Second2:
         return twoDigits(time.second());
     case Code::TimeOfMachine:
-        return MachineTime(time);
+        return machineTime(time);
     case Code::General:
         return generalDate(value);
     case Code::AmPmWord:
@@ -254,13 +255,13 @@ QString formatDateTokens(QList<Token> tokens, const QDateTime& value)
 
 QString printedNumber(double value, int significant)
 {
-    return significant == DoubleDigits ? CStr(value) : CStrSingle(float(value));
+    return significant == DoubleDigits ? numberText(value) : singleText(float(value));
 }
 
-// A serial number with a date format; a serial beyond the calendar prints as a number.
+// A serial number with a date pattern; a serial beyond the calendar prints as a number.
 QString formatSerial(double value, const QList<Token>& tokens, int significant)
 {
-    const auto at = FromSerial(value);
+    const auto at = fromSerial(value);
     if (!at)
         return printedNumber(value, significant);
     return formatDateTokens(tokens, *at);
@@ -268,22 +269,22 @@ QString formatSerial(double value, const QList<Token>& tokens, int significant)
 
 // ---- Numbers ---------------------------------------------------------------------------------
 
-QStringList splitSections(const QString& format)
+QStringList splitSections(const QString& pattern)
 {
     QStringList sections;
     QString current;
     qsizetype pos = 0;
-    while (pos < format.size()) {
+    while (pos < pattern.size()) {
         const qsizetype start = pos;
         QString literal;
-        if (readQuoted(format, pos, literal)) {
-            current += format.mid(start, pos - start);
-        } else if (format[pos] == u';') {
+        if (readQuoted(pattern, pos, literal)) {
+            current += pattern.mid(start, pos - start);
+        } else if (pattern[pos] == u';') {
             sections.append(current);
             current.clear();
             ++pos;
         } else {
-            current += format[pos++];
+            current += pattern[pos++];
         }
     }
     sections.append(current);
@@ -376,7 +377,7 @@ QString wholeDigitsAt(const QString& whole, int index, int count)
 QString renderNumber(const NumberLayout& layout, double magnitude, int significant)
 {
     const double scaled = magnitude * (layout.percent ? 100.0 : 1.0) / std::pow(1000.0, layout.thousandsScale);
-    const DecimalDigits digits = RoundedDigits(scaled, layout.fractionCount, Tie::AwayFromZero, significant);
+    const DecimalDigits digits = roundedDigits(scaled, layout.fractionCount, Tie::AwayFromZero, significant);
     const int minWhole = layout.firstWholeZero < 0 ? 0 : layout.wholeCount - layout.firstWholeZero;
     QString whole = digits.whole.rightJustified(minWhole, u'0');
     int wholeCount = layout.wholeCount;
@@ -414,15 +415,15 @@ QString renderNumber(const NumberLayout& layout, double magnitude, int significa
     return out;
 }
 
-// A format without digit placeholders but with a date code prints the number as a serial date; a
+// A pattern without digit placeholders but with a date code prints the number as a serial date; a
 // currency letter beside placeholders ("N#,##0") stays a literal.
-QString formatNumber(double value, const QString& format, int significant)
+QString formatNumber(double value, const QString& pattern, int significant)
 {
-    if (!std::isfinite(value) || format.isEmpty())
+    if (!std::isfinite(value) || pattern.isEmpty())
         return printedNumber(value, significant);
-    const QStringList sections = splitSections(format);
+    const QStringList sections = splitSections(pattern);
     const NumberLayout first = parseNumberSection(sections.front());
-    const QList<Token> dateTokens = tokenizeDate(format);
+    const QList<Token> dateTokens = tokenizeDate(pattern);
     if (first.wholeCount + first.fractionCount == 0 && hasDateCode(dateTokens))
         return formatSerial(value, dateTokens, significant);
     const QString negative = sections.value(1);
@@ -437,61 +438,61 @@ QString formatNumber(double value, const QString& format, int significant)
 
 } // namespace
 
-QString Format(const QDateTime& value, const QString& format)
+QString format(const QDateTime& value, const QString& pattern)
 {
     if (!value.isValid())
         return {};
-    return formatDateTokens(tokenizeDate(format.isEmpty() ? QStringLiteral("c") : format), value);
+    return formatDateTokens(tokenizeDate(pattern.isEmpty() ? QStringLiteral("c") : pattern), value);
 }
 
-QString Format(const QDate& value, const QString& format)
+QString format(const QDate& value, const QString& pattern)
 {
-    return value.isValid() ? Format(QDateTime(value, QTime(0, 0)), format) : QString();
+    return value.isValid() ? format(QDateTime(value, QTime(0, 0)), pattern) : QString();
 }
 
-QString Format(const QTime& value, const QString& format)
+QString format(const QTime& value, const QString& pattern)
 {
-    return value.isValid() ? Format(QDateTime(ZeroDate(), value), format) : QString();
+    return value.isValid() ? format(QDateTime(zeroDate(), value), pattern) : QString();
 }
 
-QString Format(double value, const QString& format)
+QString format(double value, const QString& pattern)
 {
-    return formatNumber(value, format, DoubleDigits);
+    return formatNumber(value, pattern, DoubleDigits);
 }
 
-QString FormatSingle(float value, const QString& format)
+QString formatSingle(float value, const QString& pattern)
 {
-    return formatNumber(double(value), format, SingleDigits);
+    return formatNumber(double(value), pattern, SingleDigits);
 }
 
-QString Format(const QString& value, const QString& format)
+QString format(const QString& value, const QString& pattern)
 {
-    if (format.isEmpty())
+    if (pattern.isEmpty())
         return value;
-    if (IsNumeric(value))
-        return Format(Val(value), format);
-    if (const auto at = CDate(value))
-        return Format(*at, format);
+    if (isNumeric(value))
+        return format(leadingNumber(value), pattern);
+    if (const auto at = readDate(value))
+        return format(*at, pattern);
     return value;
 }
 
-QString Format(const QVariant& value, const QString& format)
+QString format(const QVariant& value, const QString& pattern)
 {
     if (!value.isValid() || value.isNull())
         return {};
     switch (value.typeId()) {
     case QMetaType::QDateTime:
-        return Format(value.toDateTime(), format);
+        return format(value.toDateTime(), pattern);
     case QMetaType::QDate:
-        return Format(value.toDate(), format);
+        return format(value.toDate(), pattern);
     case QMetaType::QTime:
-        return Format(value.toTime(), format);
+        return format(value.toTime(), pattern);
     case QMetaType::Float:
-        return FormatSingle(value.toFloat(), format);
+        return formatSingle(value.toFloat(), pattern);
     case QMetaType::Bool:
-        if (format.isEmpty())
+        if (pattern.isEmpty())
             return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-        return Format(value.toBool() ? -1.0 : 0.0, format);
+        return format(value.toBool() ? -1.0 : 0.0, pattern);
     case QMetaType::Double:
     case QMetaType::Int:
     case QMetaType::UInt:
@@ -499,20 +500,20 @@ QString Format(const QVariant& value, const QString& format)
     case QMetaType::ULongLong:
     case QMetaType::Short:
     case QMetaType::UShort:
-        return Format(value.toDouble(), format);
+        return format(value.toDouble(), pattern);
     default:
-        return Format(value.toString(), format);
+        return format(value.toString(), pattern);
     }
 }
 
-QString MachineDate(const QDate& date)
+QString machineDate(const QDate& date)
 {
-    return Format(date, QStringLiteral("dd/mm/yyyy"));
+    return format(date, QStringLiteral("dd/mm/yyyy"));
 }
 
-QString MachineTime(const QTime& time)
+QString machineTime(const QTime& time)
 {
-    return Format(time, QStringLiteral("hh:mm:ss AMPM"));
+    return format(time, QStringLiteral("hh:mm:ss AMPM"));
 }
 
-} // namespace marlet::legacy
+} // namespace marlet::values

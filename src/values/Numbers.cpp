@@ -1,14 +1,12 @@
-#include "platform/LegacyConvert.h"
+#include "values/Numbers.h"
 
 #include <QByteArray>
-#include <QRegularExpression>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace marlet::legacy {
+namespace marlet::values {
 
 namespace {
 
@@ -139,7 +137,7 @@ NumberPrefix readNumberPrefix(QStringView text)
     return radix.length > 0 ? radix : readDecimalPrefix(text);
 }
 
-QStringView trimBlanks(QStringView text)
+QStringView withoutOuterBlanks(QStringView text)
 {
     qsizetype begin = 0;
     qsizetype end = text.size();
@@ -163,9 +161,9 @@ std::optional<T> toInteger(double value)
 template<typename T>
 std::optional<T> toIntegerFromText(const QString& text)
 {
-    if (!IsNumeric(text))
+    if (!isNumeric(text))
         return std::nullopt;
-    return toInteger<T>(Val(text));
+    return toInteger<T>(leadingNumber(text));
 }
 
 // The significant digits of |value| (trailing zeros removed) and the power of ten of the first one.
@@ -229,161 +227,87 @@ bool roundsUp(const QString& digits, qsizetype keep, Tie tie)
     return beyondHalf || previousOdd;
 }
 
-constexpr qint64 msecsPerDay = 86400000;
-
-// "h:mm", "h:mm:ss", optionally "AM"/"PM"; fractions of seconds (database text) are dropped.
-std::optional<QTime> readTime(const QString& text)
-{
-    static const QRegularExpression pattern(
-        QStringLiteral("^(\\d{1,2}):(\\d{1,2})(?::(\\d{1,2})(?:\\.\\d+)?)?\\s*(?:([AaPp])[Mm])?$"));
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    int hour = match.captured(1).toInt();
-    const QString half = match.captured(4).toUpper();
-    if (!half.isEmpty()) {
-        if (hour > 12)
-            return std::nullopt;
-        hour = hour % 12 + (half == u"P" ? 12 : 0);
-    }
-    const QTime time(hour, match.captured(2).toInt(), match.captured(3).toInt());
-    return time.isValid() ? std::optional<QTime>(time) : std::nullopt;
-}
-
-// A date, and when something follows it after a blank (or "T"), a time that must read as one.
-std::optional<QDateTime> withTime(const QDate& date, const QString& rest)
-{
-    if (!date.isValid())
-        return std::nullopt;
-    if (rest.isEmpty())
-        return QDateTime(date, QTime(0, 0));
-    const auto time = readTime(rest);
-    return time ? std::optional<QDateTime>(QDateTime(date, *time)) : std::nullopt;
-}
-
-std::optional<QDateTime> readIsoDate(const QString& text)
-{
-    static const QRegularExpression pattern(QStringLiteral("^(\\d{4})-(\\d{1,2})-(\\d{1,2})(?:[T ]\\s*(.+))?$"));
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const QDate date(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
-    return withTime(date, match.captured(4));
-}
-
-int monthOfName(const QString& name)
-{
-    for (int month = 1; month <= 12; ++month) {
-        if (name.compare(MonthName(month), Qt::CaseInsensitive) == 0
-            || name.compare(MonthName(month, true), Qt::CaseInsensitive) == 0)
-            return month;
-    }
-    return 0;
-}
-
-// Two-digit years fall into 1930 to 2029.
-int fullYear(const QString& digits)
-{
-    const int year = digits.toInt();
-    if (digits.size() > 2)
-        return year;
-    return year < 30 ? 2000 + year : 1900 + year;
-}
-
-std::optional<QDateTime> readDayMonthYear(const QString& text)
-{
-    static const QRegularExpression pattern(
-        QStringLiteral("^(\\d{1,2})[/\\-.,\\s]+([A-Za-z]+|\\d{1,2})[/\\-.,\\s]+(\\d{4}|\\d{2})(?:\\s+(.+))?$"));
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const QString monthText = match.captured(2);
-    const int month = monthText.front().isDigit() ? monthText.toInt() : monthOfName(monthText);
-    const QDate date(fullYear(match.captured(3)), month, match.captured(1).toInt());
-    return withTime(date, match.captured(4));
-}
-
 } // namespace
 
-bool IsNumeric(const QString& text)
+bool isNumeric(const QString& text)
 {
-    const QStringView number = trimBlanks(text);
+    const QStringView number = withoutOuterBlanks(text);
     const NumberPrefix prefix = readNumberPrefix(number);
     return prefix.length > 0 && prefix.length == number.size() && std::isfinite(prefix.value);
 }
 
-double Val(const QString& text)
+double leadingNumber(const QString& text)
 {
     QString packed = text;
     packed.remove(u' ').remove(u'\t').remove(u'\n');
     return readNumberPrefix(packed).value;
 }
 
-std::optional<qint16> CInt(double value)
+std::optional<qint16> toInt16(double value)
 {
     return toInteger<qint16>(value);
 }
 
-std::optional<qint32> CLng(double value)
+std::optional<qint32> toInt32(double value)
 {
     return toInteger<qint32>(value);
 }
 
-std::optional<qint16> CInt(const QString& text)
+std::optional<qint16> toInt16(const QString& text)
 {
     return toIntegerFromText<qint16>(text);
 }
 
-std::optional<qint32> CLng(const QString& text)
+std::optional<qint32> toInt32(const QString& text)
 {
     return toIntegerFromText<qint32>(text);
 }
 
-float CSng(double value)
+float toSingle(double value)
 {
     return float(value);
 }
 
-double Int(double value)
+double floorToWhole(double value)
 {
     return std::floor(value) + 0.0;
 }
 
-double Fix(double value)
+double truncateToWhole(double value)
 {
     return std::trunc(value) + 0.0;
 }
 
-double Round(double value, int digits)
+double roundHalfEven(double value, int digits)
 {
     if (!std::isfinite(value))
         return value;
     // beyond the last digit that a double can carry there is nothing left to round
-    const DecimalDigits rounded = RoundedDigits(value, qBound(0, digits, 400), Tie::ToEven);
+    const DecimalDigits rounded = roundedDigits(value, qBound(0, digits, 400), Tie::ToEven);
     const QString text = rounded.whole + u'.' + rounded.fraction + u'0';
     const double magnitude = text.toDouble();
     return value < 0 && magnitude != 0 ? -magnitude : magnitude;
 }
 
-QString CStr(double value)
+QString numberText(double value)
 {
     return printed(value, DoubleDigits);
 }
 
-QString CStrSingle(float value)
+QString singleText(float value)
 {
     return printed(double(value), SingleDigits);
 }
 
-QString Str(double value)
+QString signSpacedText(double value)
 {
-    QString text = CStr(value);
+    QString text = numberText(value);
     if (text.startsWith(QStringLiteral("0.")) || text.startsWith(QStringLiteral("-0.")))
         text.remove(text.indexOf(u'0'), 1);
     return value < 0 ? text : u' ' + text;
 }
 
-DecimalDigits RoundedDigits(double value, int decimals, Tie tie, int significant)
+DecimalDigits roundedDigits(double value, int decimals, Tie tie, int significant)
 {
     if (!std::isfinite(value))
         return {};
@@ -406,113 +330,4 @@ DecimalDigits RoundedDigits(double value, int decimals, Tie tie, int significant
     return {whole, scaled.right(decimals)};
 }
 
-QString MonthName(int month, bool abbreviate)
-{
-    static const QStringList names = {QStringLiteral("January"),
-        QStringLiteral("February"),
-        QStringLiteral("March"),
-        QStringLiteral("April"),
-        QStringLiteral("May"),
-        QStringLiteral("June"),
-        QStringLiteral("July"),
-        QStringLiteral("August"),
-        QStringLiteral("September"),
-        QStringLiteral("October"),
-        QStringLiteral("November"),
-        QStringLiteral("December")};
-    const QString name = names.value(month - 1);
-    return abbreviate ? name.left(3) : name;
-}
-
-QString WeekdayName(int weekday, bool abbreviate)
-{
-    static const QStringList names = {QStringLiteral("Sunday"),
-        QStringLiteral("Monday"),
-        QStringLiteral("Tuesday"),
-        QStringLiteral("Wednesday"),
-        QStringLiteral("Thursday"),
-        QStringLiteral("Friday"),
-        QStringLiteral("Saturday")};
-    const QString name = names.value(weekday - 1);
-    return abbreviate ? name.left(3) : name;
-}
-
-int Weekday(const QDate& date)
-{
-    return date.dayOfWeek() % 7 + 1;
-}
-
-QDate ZeroDate()
-{
-    return QDate(1899, 12, 30);
-}
-
-double ToSerial(const QDateTime& value)
-{
-    const double days = double(ZeroDate().daysTo(value.date()));
-    const double fraction = value.time().msecsSinceStartOfDay() / double(msecsPerDay);
-    return days < 0 ? days - fraction : days + fraction;
-}
-
-std::optional<QDateTime> FromSerial(double serial)
-{
-    if (!std::isfinite(serial) || std::fabs(serial) > 3.0e6)
-        return std::nullopt;
-    const double whole = std::trunc(serial);
-    const qint64 seconds = std::llround(std::fabs(serial - whole) * 86400.0);
-    const QDateTime at = QDateTime(ZeroDate().addDays(qint64(whole)), QTime(0, 0)).addSecs(seconds);
-    if (at.date().year() < 100 || at.date().year() > 9999)
-        return std::nullopt;
-    return at;
-}
-
-std::optional<QDateTime> CDate(const QString& text)
-{
-    const QString trimmed = text.trimmed();
-    if (const auto time = readTime(trimmed))
-        return QDateTime(ZeroDate(), *time);
-    for (const auto& read : {readIsoDate, readDayMonthYear}) {
-        if (const auto at = read(trimmed))
-            return at;
-    }
-    return std::nullopt;
-}
-
-bool IsDate(const QString& text)
-{
-    return CDate(text).has_value();
-}
-
-QString Mid(const QString& text, int start, int length)
-{
-    const qsizetype from = qMax(start, 1) - 1;
-    return from >= text.size() ? QString() : text.mid(from, length < 0 ? -1 : length);
-}
-
-int InStr(const QString& text, const QString& sought)
-{
-    return InStr(1, text, sought);
-}
-
-int InStr(int start, const QString& text, const QString& sought)
-{
-    const qsizetype from = qMax(start, 1);
-    if (text.isEmpty() || from > text.size())
-        return 0;
-    if (sought.isEmpty())
-        return int(from);
-    return int(text.indexOf(sought, from - 1) + 1);
-}
-
-QString Trim(const QString& text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && text[begin] == u' ')
-        ++begin;
-    while (end > begin && text[end - 1] == u' ')
-        --end;
-    return text.mid(begin, end - begin);
-}
-
-} // namespace marlet::legacy
+} // namespace marlet::values
