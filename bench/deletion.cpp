@@ -8,11 +8,11 @@
 
 #include "support/BenchSupport.h"
 
-#include "issuing/GenAcc.h"
 #include "platform/GridData.h"
 #include "platform/Operator.h"
-#include "platform/ScriptedPlatform.h"
-#include "shell/General.h"
+#include "screens/GenAcc.h"
+#include "script/ScriptedPlatform.h"
+#include "session/Session.h"
 #include "store/Connection.h"
 
 #include <QCoreApplication>

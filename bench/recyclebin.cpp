@@ -8,11 +8,11 @@
 
 #include "support/BenchSupport.h"
 
+#include "component/TimerDll.h"
 #include "platform/Control.h"
 #include "platform/Form.h"
 #include "platform/Operator.h"
-#include "platform/ScriptedPlatform.h"
-#include "shell/TimerDll.h"
+#include "script/ScriptedPlatform.h"
 #include "store/Connection.h"
 
 #include <QCoreApplication>

@@ -17,9 +17,3 @@ target_compile_definitions(marlet_settings INTERFACE
     MARLET_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
     MARLET_VERSION_MINOR=${PROJECT_VERSION_MINOR}
     MARLET_VERSION_REVISION=${PROJECT_VERSION_PATCH})
-
-# Collects the sources of one folder: every .cpp and .h below it.
-function(marlet_sources out dir)
-    file(GLOB_RECURSE found CONFIGURE_DEPENDS "${dir}/*.cpp" "${dir}/*.h")
-    set(${out} ${found} PARENT_SCOPE)
-endfunction()

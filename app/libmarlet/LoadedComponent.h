@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ApplicationScope.h"
+#include "component/Component.h"
 #include "platform/Platform.h"
-#include "shell/Component.h"
 
 #include <QString>
 

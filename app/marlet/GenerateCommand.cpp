@@ -1,12 +1,12 @@
 #include "GenerateCommand.h"
 
+#include "component/Component.h"
 #include "HostOptions.h"
+#include "issuing/TicketRow.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Operator.h"
 #include "platform/TerminalPlatform.h"
-#include "issuing/TicketRow.h"
-#include "shell/Component.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
 

@@ -1,11 +1,11 @@
 #include "HostCommands.h"
 
+#include "component/Component.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
 #include "platform/TerminalPlatform.h"
 #include "script/EntryOperations.h"
 #include "script/ScenarioRunner.h"
-#include "shell/Component.h"
 #include "store/DatabaseInit.h"
 
 #include <QCoreApplication>

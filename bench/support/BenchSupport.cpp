@@ -1,11 +1,11 @@
 #include "support/BenchSupport.h"
 
-#include "issuing/GenAcc.h"
+#include "component/Component.h"
+#include "component/TimerDll.h"
 #include "issuing/TicketRow.h"
 #include "platform/Operator.h"
-#include "platform/ScriptedPlatform.h"
-#include "shell/Component.h"
-#include "shell/TimerDll.h"
+#include "screens/GenAcc.h"
+#include "script/ScriptedPlatform.h"
 #include "store/DatabaseInit.h"
 
 #include <QElapsedTimer>

@@ -1,11 +1,13 @@
 #include "inventory/TicketDeletion.h"
 
 #include "inventory/RecycleRouting.h"
-#include "issuing/GenAcc.h"
+#include "issuing/GenAccNames.h"
 #include "issuing/TicketRow.h"
+#include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
-#include "shell/General.h"
+#include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Connection.h"
 #include "values/Numbers.h"
 
@@ -16,11 +18,6 @@ namespace marlet {
 
 namespace {
 
-QString name(const char* text)
-{
-    return QLatin1String(text);
-}
-
 // The bar's maximum while a full bin is emptied: one more than the rows it loses.
 constexpr int PurgeBarMaximum = RecyclePurgeRounds + 1;
 
@@ -29,39 +26,37 @@ constexpr int PurgeBarMaximum = RecyclePurgeRounds + 1;
 class PanelPurgeReporter : public PurgeReporter
 {
 public:
-    explicit PanelPurgeReporter(GenAcc& screen)
-        : m_screen(screen)
-        , m_bar(screen[name("ProgressBar1")])
-        , m_label(screen[name("Label4")])
+    explicit PanelPurgeReporter(WorkHost& host)
+        : m_host(host)
+        , m_bar(host.progressBar())
     {
     }
 
     void purgeStarting(Recordset& bin) override
     {
-        m_screen.platform().sleep(200);
+        m_host.platform().sleep(200);
         bin.Requery();
         m_value = m_bar.value();
         m_maximum = m_bar.maximum();
         m_bar.setValue(0);
         m_bar.setMaximum(PurgeBarMaximum);
-        m_label.setCaption(QStringLiteral("Emptying Recycle Bin"));
-        m_screen.ProgressAdjust();
+        m_host.setProgressText(QStringLiteral("Emptying Recycle Bin"));
+        m_host.ProgressAdjust();
     }
 
     void purgeRound() override { m_bar.setValue(m_bar.value() + 1); }
 
     void purgeFinished() override
     {
-        m_label.setCaption(QStringLiteral("Deleting"));
-        m_screen.ProgressAdjust();
+        m_host.setProgressText(QStringLiteral("Deleting"));
+        m_host.ProgressAdjust();
         m_bar.setMaximum(m_maximum);
         m_bar.setValue(m_value);
     }
 
 private:
-    GenAcc& m_screen;
+    WorkHost& m_host;
     Control& m_bar;
-    Control& m_label;
     int m_value = 0;
     int m_maximum = 0;
 };
@@ -79,14 +74,15 @@ struct TicketDeletion::Branch
     QString success;
 };
 
-TicketDeletion::TicketDeletion(GenAcc& screen)
-    : m_screen(screen)
+TicketDeletion::TicketDeletion(WorkHost& host)
+    : m_host(host)
+    , m_form(host.form())
 {
 }
 
 bool TicketDeletion::passwordsHidden() const
 {
-    return m_screen[name("Check4")].value() == CheckState::Checked;
+    return m_form[genacc::Check4].ticked();
 }
 
 void TicketDeletion::closeSets()
@@ -100,7 +96,7 @@ void TicketDeletion::closeSets()
 TicketDeletion::Branch TicketDeletion::selectedBranch() const
 {
     const QString eachRow = QStringLiteral("DELETE FROM Account where member=false and account.username = '{}'");
-    if (m_screen[name("Option2")].isChecked()) {
+    if (m_form[genacc::Option2].isChecked()) {
         return {2,
             QStringLiteral("Continue to Delete Unused Ticket(s)?"),
             MsgStyle::YesNoQuestionNoDefault,
@@ -108,7 +104,7 @@ TicketDeletion::Branch TicketDeletion::selectedBranch() const
             eachRow,
             QStringLiteral("All Unused Ticket(s) Deleted Successfully!")};
     }
-    if (m_screen[name("Option3")].isChecked()) {
+    if (m_form[genacc::Option3].isChecked()) {
         // Not the listing's test for a used ticket: the two are kept apart.
         return {3,
             QStringLiteral("Continue to Delete Used Ticket(s)?"),
@@ -117,8 +113,8 @@ TicketDeletion::Branch TicketDeletion::selectedBranch() const
             eachRow,
             QStringLiteral("All Used Ticket(s) Deleted Successfully!")};
     }
-    if (m_screen[name("Option4")].isChecked()) {
-        const QString minutes = m_screen[name("Text1")].text();
+    if (m_form[genacc::Option4].isChecked()) {
+        const QString minutes = m_form[genacc::Text1].text();
         // Unlike the listing, the fraction stays: 5.7 minutes select 342 seconds.
         const float seconds = values::toSingle(values::leadingNumber(minutes)) * 60.0F;
         return {4,
@@ -130,8 +126,8 @@ TicketDeletion::Branch TicketDeletion::selectedBranch() const
             QStringLiteral("All ") + (minutes.isEmpty() ? QStringLiteral("0") : minutes)
                 + QStringLiteral(" min(s) Deleted Successfully!")};
     }
-    if (m_screen[name("Option5")].isChecked()) {
-        const QString group = m_screen[name("Text5")].text();
+    if (m_form[genacc::Option5].isChecked()) {
+        const QString group = m_form[genacc::Text5].text();
         const bool partial = group.size() >= 2 && group.size() < 12;
         return {5,
             QStringLiteral("Continue to delete ") + group + (partial ? QStringLiteral(" like group ") : QString())
@@ -152,50 +148,50 @@ TicketDeletion::Branch TicketDeletion::selectedBranch() const
 
 void TicketDeletion::deleteSelection()
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     if (platform.messageBox(QStringLiteral("Delete Record(s)?"), MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes)
         return;
-    m_screen[name("PrintList")].setToolTip(QString());
-    m_screen.resetTicketGrid();
-    m_screen.ProgressAdjust();
+    m_host.ticketGrid().setToolTip(QString());
+    m_host.resetTicketGrid();
+    m_host.ProgressAdjust();
 
     const Branch branch = selectedBranch();
     // A refused confirmation ends here too: the grid stays cleared.
     if (platform.messageBox(branch.confirmation, branch.confirmationStyle) == MsgResult::Yes) {
         startPanel(branch);
-        if (branch.option == 5 && m_screen[name("Text5")].text().size() < 2) {
+        if (branch.option == 5 && m_form[genacc::Text5].text().size() < 2) {
             platform.messageBox(QStringLiteral("Atleast you must enter 2 numbers!"), MsgStyle::Warning);
             closeSets();
-            m_screen.EndProgress();
-            m_screen.setFocus(m_screen[name("Text5")]);
+            m_host.EndProgress();
+            m_form.setFocus(m_form[genacc::Text5]);
             return;
         }
         deleteBranch(branch);
     }
     // The clean-up, where every way out of the deletion ends; nothing in it fails.
     closeSets();
-    m_screen.EndProgress();
+    m_host.EndProgress();
 }
 
 void TicketDeletion::startPanel(const Branch& branch)
 {
     if (branch.option == 1) {
-        m_screen.ProgressAdjust();
-        m_screen.StartProgress();
+        m_host.ProgressAdjust();
+        m_host.StartProgress();
     } else {
-        m_screen.StartProgress();
-        m_screen.ProgressAdjust();
+        m_host.StartProgress();
+        m_host.ProgressAdjust();
     }
-    m_screen.platform().sleep(100);
+    m_host.platform().sleep(100);
 }
 
 void TicketDeletion::deleteBranch(const Branch& branch)
 {
-    Platform& platform = m_screen.platform();
-    Connection& connection = m_screen.session().connection();
+    Platform& platform = m_host.platform();
+    Connection& connection = m_host.session().connection();
     if (!m_tickets.Open(branch.selection, connection))
         return;
-    Control& bar = m_screen[name("ProgressBar1")];
+    Control& bar = m_host.progressBar();
     if (m_tickets.RecordCount() > 0)
         bar.setMaximum(int(qMin<long>(m_tickets.RecordCount(), INT_MAX)));
     if (!m_bin.Open(Statement(QStringLiteral("Select * from RecycleBin")),
@@ -204,25 +200,25 @@ void TicketDeletion::deleteBranch(const Branch& branch)
             LockType::Optimistic))
         return;
     bar.setValue(bar.maximum());
-    m_screen[name("Label4")].setCaption(QStringLiteral("Deleting "));
-    m_screen.ProgressAdjust();
+    m_host.setProgressText(QStringLiteral("Deleting "));
+    m_host.ProgressAdjust();
     bar.setValue(0);
 
-    PanelPurgeReporter reporter(m_screen);
-    const RecycleRouting routing {m_screen.session().settings(), RoutingErrors::EndRouting, &reporter};
+    PanelPurgeReporter reporter(m_host);
+    const RecycleRouting routing {m_host.session().settings(), RoutingErrors::EndRouting, &reporter};
     if (!deleteRows(branch, routing) || !closeBranch(branch))
         return;
-    m_screen.EndProgress();
+    m_host.EndProgress();
     platform.messageBox(branch.success, MsgStyle::Info);
 }
 
 // Deletes the selection row by row, listing each in the grid; false on a failing step and on Stop.
 bool TicketDeletion::deleteRows(const Branch& branch, const RecycleRouting& routing)
 {
-    Platform& platform = m_screen.platform();
-    GridData& grid = m_screen[name("PrintList")].grid();
-    Control& bar = m_screen[name("ProgressBar1")];
-    Connection& connection = m_screen.session().connection();
+    Platform& platform = m_host.platform();
+    GridData& grid = m_host.ticketGrid().grid();
+    Control& bar = m_host.progressBar();
+    Connection& connection = m_host.session().connection();
     const long count = m_tickets.RecordCount();
     // The running number is a 16-bit counter: counting past its range is a failing step.
     const long last = qMin<long>(count, std::numeric_limits<qint16>::max());
@@ -238,7 +234,7 @@ bool TicketDeletion::deleteRows(const Branch& branch, const RecycleRouting& rout
             m_tickets.MoveNext();
         platform.yield();
         bar.setValue(bar.value() + 1);
-        if (m_screen.StopRequested)
+        if (m_host.StopRequested)
             return false;
     }
     return count <= last;
@@ -247,8 +243,8 @@ bool TicketDeletion::deleteRows(const Branch& branch, const RecycleRouting& rout
 // The work after the last row; false when a statement fails.
 bool TicketDeletion::closeBranch(const Branch& branch)
 {
-    Platform& platform = m_screen.platform();
-    Connection& connection = m_screen.session().connection();
+    Platform& platform = m_host.platform();
+    Connection& connection = m_host.session().connection();
     const QString groupQuestion = QStringLiteral("Delete Ticket(s) group list ?");
     if (branch.option == 1) {
         // Written so, this is no valid delete of the group list: the store refuses it.
@@ -258,7 +254,7 @@ bool TicketDeletion::closeBranch(const Branch& branch)
     }
     if (branch.option != 5)
         return true;
-    const QString group = m_screen[name("Text5")].text();
+    const QString group = m_form[genacc::Text5].text();
     if (!connection.Execute(Statement(
             QStringLiteral("DELETE account.* FROM Account where member=false and account.TicketGrp like '{}%'"),
             {group})))
@@ -276,40 +272,40 @@ bool TicketDeletion::nameAccepted(const QString& name) const
 {
     if (name.size() <= 10)
         return true;
-    m_screen.platform().messageBox(QStringLiteral("Username incorrect!"), MsgStyle::Warning);
+    m_host.platform().messageBox(QStringLiteral("Username incorrect!"), MsgStyle::Warning);
     return false;
 }
 
 bool TicketDeletion::openTicket(const Statement& select, const QString& name)
 {
-    m_tickets.Open(select, m_screen.session().connection());
+    m_tickets.Open(select, m_host.session().connection());
     // A set that failed to open has no row either.
     if (!m_tickets.Eof())
         return true;
-    m_screen.platform().messageBox(
+    m_host.platform().messageBox(
         QStringLiteral("Ticket ") + name.toUpper() + QStringLiteral(" doesn't exist!"), MsgStyle::Warning);
     return false;
 }
 
 void TicketDeletion::routeSingleTicket()
 {
-    const RecycleRouting routing {m_screen.session().settings(), RoutingErrors::SkipStep, nullptr};
-    routing.route(m_tickets, m_bin, m_screen.platform().now());
+    const RecycleRouting routing {m_host.session().settings(), RoutingErrors::SkipStep, nullptr};
+    routing.route(m_tickets, m_bin, m_host.platform().now());
 }
 
 void TicketDeletion::finishSingleTicket(const Statement& deletion, const QString& name)
 {
-    m_screen.session().connection().Execute(deletion);
+    m_host.session().connection().Execute(deletion);
     if (!m_tickets.Eof())
         m_tickets.MoveNext();
-    m_screen.platform().yield();
-    m_screen.platform().messageBox(
+    m_host.platform().yield();
+    m_host.platform().messageBox(
         QStringLiteral("Ticket ") + name.toUpper() + QStringLiteral(" has been Deleted!"), MsgStyle::Info);
 }
 
 void TicketDeletion::deleteByUsername()
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const QString username = platform.inputBox(QStringLiteral("Enter Ticket's Username to Delete?"),
         MessageTitle() + QStringLiteral(" - Deleting ..."),
         QString());
@@ -318,16 +314,16 @@ void TicketDeletion::deleteByUsername()
     if (platform.messageBox(
             QStringLiteral("Delete Ticket[") + username + QStringLiteral("]?"), MsgStyle::YesNoQuestionNoDefault)
         == MsgResult::Yes) {
-        m_screen.resetTicketGrid();
+        m_host.resetTicketGrid();
         if (openTicket(
                 Statement(QStringLiteral("Select * from Account where member=false and Username = '{}'"), {username}),
                 username)) {
             // Only the bin's non-member rows: they alone count towards its size and are purged.
             m_bin.Open(Statement(QStringLiteral("Select * from RecycleBin where member = false")),
-                m_screen.session().connection(),
+                m_host.session().connection(),
                 CursorType::Static,
                 LockType::Optimistic);
-            m_screen[name("PrintList")].grid().addItem(
+            m_host.ticketGrid().grid().addItem(
                 ticketRowLine(QStringLiteral("1."), ticketRowFields(m_tickets), passwordsHidden()));
             routeSingleTicket();
             finishSingleTicket(
@@ -342,8 +338,8 @@ void TicketDeletion::deleteByUsername()
 
 void TicketDeletion::deleteGridTicket()
 {
-    Platform& platform = m_screen.platform();
-    GridData& grid = m_screen[name("PrintList")].grid();
+    Platform& platform = m_host.platform();
+    GridData& grid = m_host.ticketGrid().grid();
     const QString username = grid.textMatrix(grid.row(), 1);
     if (username.isEmpty() || !nameAccepted(username))
         return;
@@ -354,7 +350,7 @@ void TicketDeletion::deleteGridTicket()
             Statement(QStringLiteral("Select * from Account where member = false and Username = '{}'"), {username}),
             username)) {
         m_bin.Open(Statement(QStringLiteral("Select * from RecycleBin")),
-            m_screen.session().connection(),
+            m_host.session().connection(),
             CursorType::Static,
             LockType::Optimistic);
         // The grid keeps a row to spare while the selected one is taken out.

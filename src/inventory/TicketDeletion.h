@@ -6,7 +6,8 @@
 
 namespace marlet {
 
-class GenAcc;
+class Form;
+class WorkHost;
 struct RecycleRouting;
 
 // The three ways the "Existing Ticket" tab deletes tickets, each copying a ticket into the recycle
@@ -17,7 +18,7 @@ struct RecycleRouting;
 class TicketDeletion
 {
 public:
-    explicit TicketDeletion(GenAcc& screen);
+    explicit TicketDeletion(WorkHost& host);
 
     // Command4.
     void deleteSelection();
@@ -44,7 +45,8 @@ private:
     void finishSingleTicket(const Statement& deletion, const QString& name);
     bool passwordsHidden() const;
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
+    Form& m_form;
     Recordset m_tickets;
     Recordset m_bin;
 };

@@ -2,29 +2,28 @@
 
 namespace marlet {
 
-class Control;
-class GenAcc;
+class Form;
+class WorkHost;
 
-// The "Existing Ticket" tab's selection: five options, two entry boxes and "&View Selection",
-// which lists the chosen tickets in the screen's grid; the grid's row click and context menu; and
-// the text commands beside the grid.
+// The "Existing Ticket" tab's selection: five options and two entry boxes, "&View Selection", which
+// lists the chosen tickets in the screen's grid, and the grid's row click and context menu.
 class TicketListing
 {
 public:
-    explicit TicketListing(GenAcc& screen);
+    explicit TicketListing(WorkHost& host);
 
-    // Creates the tab's selection controls, menu and text commands in the frame.
-    static void build(GenAcc& screen, Control& frame);
-
+    // An option of the selection was chosen (1 "&All" to 5 "By Ticket Group").
+    void chooseOption(int option);
     // "&View Selection".
     void viewSelection();
-
-private:
-    void chooseOption(int option);
+    // A click on a grid row copies its minutes or group into the entry box of the option chosen.
     void rowClicked();
+    // The right button opens the grid's context menu on the row under the mouse.
     void gridMouseDown(int button);
 
-    GenAcc& m_screen;
+private:
+    WorkHost& m_host;
+    Form& m_form;
 };
 
 } // namespace marlet

@@ -1,11 +1,12 @@
 #include "inventory/TicketRecharge.h"
 
-#include "issuing/GenAcc.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRules.h"
+#include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
-#include "shell/General.h"
+#include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
 #include "values/Dates.h"
@@ -15,11 +16,6 @@
 namespace marlet {
 
 namespace {
-
-QString name(const char* text)
-{
-    return QLatin1String(text);
-}
 
 constexpr double MaxMinutes = 1000;
 constexpr double MinutesLimit = 6000; // a recharged ticket stays below it
@@ -121,14 +117,14 @@ const TicketRecharge::Path& TicketRecharge::pathOf(TicketSource source)
     return source == TicketSource::GridRow ? gridRow : typed;
 }
 
-TicketRecharge::TicketRecharge(GenAcc& screen)
-    : m_screen(screen)
+TicketRecharge::TicketRecharge(WorkHost& host)
+    : m_host(host)
 {
 }
 
 void TicketRecharge::recharge(TicketSource source)
 {
-    const QString username = ticketName(m_screen,
+    const QString username = ticketName(m_host,
         source,
         QStringLiteral("Enter Ticket's Username to Recharge?"),
         QString(ProductWord) + QStringLiteral(" - Recharge"));
@@ -142,10 +138,10 @@ void TicketRecharge::recharge(TicketSource source)
 
 void TicketRecharge::rechargeTicket(const Path& path, const QString& username)
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     // A failing step of the recharge ends it without a word.
     if (!m_ticket.Open(Statement(path.selection, {username.left(10)}),
-            m_screen.session().connection(),
+            m_host.session().connection(),
             CursorType::Static,
             LockType::Optimistic))
         return;
@@ -165,7 +161,7 @@ void TicketRecharge::rechargeTicket(const Path& path, const QString& username)
 
 std::optional<TicketRecharge::Answers> TicketRecharge::askAnswers(const QString& username)
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const QString entry = platform.inputBox(QStringLiteral("Enter Time to Add to ") + username
             + QStringLiteral("? (e.g. -5 to deduce 5 mins, 5 to add 5 mins)"),
         MessageTitle() + QStringLiteral(" - Recharge"),
@@ -196,11 +192,11 @@ std::optional<TicketRecharge::Answers> TicketRecharge::askAnswers(const QString&
 
 std::optional<qint32> TicketRecharge::askQuota(bool& accepted) const
 {
-    const SessionPreferences settings = m_screen.session().settings();
+    const SessionPreferences settings = m_host.session().settings();
     // Asked when quota is in use in the other way than the issuing paths ask for it.
     if (!settings.truth(keys::Download) || settings.text(keys::DownType) == QLatin1String("2"))
         return 0;
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     if (platform.messageBox(QStringLiteral("Do you want to add Quota to this Ticket"), MsgStyle::YesNoQuestion)
         != MsgResult::Yes)
         return 0;
@@ -220,11 +216,11 @@ std::optional<qint32> TicketRecharge::askQuota(bool& accepted) const
 
 bool TicketRecharge::askDays(qint32 quota, std::optional<double>& days) const
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const QVariant presentDays = m_ticket.value(QStringLiteral("days"));
     const QVariant expire = m_ticket.value(QStringLiteral("Expire"));
     const MsgResult choice = platform.messageBox(
-        expiryRechargeQuestion(m_screen.session().settings().text(keys::ExType), presentDays, expire),
+        expiryRechargeQuestion(m_host.session().settings().text(keys::ExType), presentDays, expire),
         MsgStyle::YesNoCancelQuestion);
     if (choice == MsgResult::Cancel)
         return false;
@@ -264,7 +260,7 @@ bool TicketRecharge::writeTicket(const Path& path, const Answers& answers)
     if (answers.days && !writeExpiry(path, *answers.days))
         return false;
     return m_ticket.setValue(QStringLiteral("AccountAdded"), QStringLiteral("RECHARGED"))
-        && m_ticket.setValue(QStringLiteral("ComputerUsed"), m_screen.session().CurrentStaff) && m_ticket.Update();
+        && m_ticket.setValue(QStringLiteral("ComputerUsed"), m_host.session().general.CurrentStaff) && m_ticket.Update();
 }
 
 // A ticket not yet used gets its days, even when it has a date; a used one moves its date, or gets
@@ -292,7 +288,7 @@ bool TicketRecharge::writeExpiry(const Path& path, double addedDays)
 bool TicketRecharge::logRecharge(const Path& path, const Answers& answers, const QString& username)
 {
     const bool member = m_ticket.value(QStringLiteral("Member")).toBool();
-    return m_screen.session().connection().Execute(Statement(path.logInsert,
+    return m_host.session().connection().Execute(Statement(path.logInsert,
         {values::singleText(values::toSingle(answers.minutes)),
             username,
             member ? QStringLiteral("YES") : QStringLiteral("NO"),
@@ -301,7 +297,7 @@ bool TicketRecharge::logRecharge(const Path& path, const Answers& answers, const
 
 void TicketRecharge::showInGrid(int column, const QString& text) const
 {
-    GridData& grid = m_screen[name("PrintList")].grid();
+    GridData& grid = m_host.ticketGrid().grid();
     grid.setTextMatrix(grid.row(), column, text);
 }
 

@@ -10,7 +10,7 @@
 
 namespace marlet {
 
-class GenAcc;
+class WorkHost;
 
 // ---- the rules of a recharge ------------------------------------------------------------------
 
@@ -47,7 +47,7 @@ std::optional<QString> rechargeDaysProblem(
 class TicketRecharge
 {
 public:
-    explicit TicketRecharge(GenAcc& screen);
+    explicit TicketRecharge(WorkHost& host);
 
     void recharge(TicketSource source);
 
@@ -68,7 +68,7 @@ private:
     bool logRecharge(const Path& path, const Answers& answers, const QString& username);
     void showInGrid(int column, const QString& text) const;
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
     Recordset m_ticket;
 };
 

@@ -1,11 +1,13 @@
 #include "inventory/TicketSearch.h"
 
-#include "issuing/GenAcc.h"
+#include "issuing/GenAccNames.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
+#include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
-#include "shell/General.h"
+#include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
 
@@ -13,42 +15,37 @@ namespace marlet {
 
 namespace {
 
-QString name(const char* text)
-{
-    return QLatin1String(text);
-}
-
 // Names and passwords of tickets hold at most 10 characters.
 constexpr int MaxTicketText = 10;
 
 } // namespace
 
-QString ticketName(GenAcc& screen, TicketSource source, const QString& prompt, const QString& title)
+QString ticketName(WorkHost& host, TicketSource source, const QString& prompt, const QString& title)
 {
     if (source == TicketSource::Typed)
-        return screen.platform().inputBox(prompt, title, QString());
-    const GridData& grid = screen[name("PrintList")].grid();
+        return host.platform().inputBox(prompt, title, QString());
+    const GridData& grid = host.ticketGrid().grid();
     return grid.textMatrix(grid.row(), 1);
 }
 
-TicketSearch::TicketSearch(GenAcc& screen)
-    : m_screen(screen)
+TicketSearch::TicketSearch(WorkHost& host)
+    : m_host(host)
 {
 }
 
 bool TicketSearch::passwordsHidden() const
 {
-    return m_screen[name("Check4")].value() == CheckState::Checked;
+    return m_host.form()[genacc::Check4].ticked();
 }
 
 // ---- the searches -----------------------------------------------------------------------------
 
 void TicketSearch::search(const SearchTexts& texts)
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const QString entry = platform.inputBox(QString(texts.prompt), MessageTitle(), QString());
     // The record count of the last listing no longer describes the grid, whatever follows.
-    Control& grid = m_screen[name("PrintList")];
+    Control& grid = m_host.ticketGrid();
     grid.setToolTip(QString());
     if (entry.isEmpty())
         return;
@@ -58,7 +55,7 @@ void TicketSearch::search(const SearchTexts& texts)
     }
     Recordset found;
     found.Open(Statement(QString(texts.statement), {entry}),
-        m_screen.session().connection(),
+        m_host.session().connection(),
         CursorType::Static,
         LockType::Optimistic);
     // A set that failed to open has no row either; the grid keeps its rows.
@@ -69,7 +66,7 @@ void TicketSearch::search(const SearchTexts& texts)
     grid.grid().setColSel(0);
     grid.grid().setRows(1);
     listFound(found);
-    m_screen.EndProgress();
+    m_host.EndProgress();
     found.Close();
 }
 
@@ -77,21 +74,21 @@ void TicketSearch::search(const SearchTexts& texts)
 // The search takes no notice of "Stop".
 void TicketSearch::listFound(Recordset& found)
 {
-    GridData& grid = m_screen[name("PrintList")].grid();
+    GridData& grid = m_host.ticketGrid().grid();
     const long count = found.RecordCount();
     if (count == 1) {
         grid.addItem(ticketRowLine(QStringLiteral("1."), ticketRowFields(found), passwordsHidden()));
         return;
     }
-    Control& bar = m_screen[name("ProgressBar1")];
-    m_screen[name("Label4")].setCaption(QStringLiteral("Searching "));
+    Control& bar = m_host.progressBar();
+    m_host.setProgressText(QStringLiteral("Searching "));
     bar.setMaximum(int(count + 1));
     bar.setValue(0);
-    m_screen.ProgressAdjust();
-    m_screen.StartProgress();
+    m_host.ProgressAdjust();
+    m_host.StartProgress();
     for (long i = 1; i <= count; ++i) {
         bar.setValue(bar.value() + 1);
-        m_screen.platform().yield();
+        m_host.platform().yield();
         grid.addItem(ticketRowLine(QString::number(i), ticketRowFields(found), passwordsHidden()));
         if (!found.Eof())
             found.MoveNext();
@@ -102,7 +99,7 @@ void TicketSearch::listFound(Recordset& found)
 
 QString TicketSearch::newPassword(TicketSource source, const QString& name) const
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const bool fromGrid = source == TicketSource::GridRow;
     const QString prompt = fromGrid ? QStringLiteral("Enter Ticket's new Password for ") + name + QStringLiteral("?")
                                     : QStringLiteral("Enter Ticket's new Password?");
@@ -123,16 +120,16 @@ QString TicketSearch::newPassword(TicketSource source, const QString& name) cons
 void TicketSearch::changePassword(TicketSource source)
 {
     const QString username
-        = ticketName(m_screen, source, QStringLiteral("Enter Ticket's Username to Change Password?"), MessageTitle());
+        = ticketName(m_host, source, QStringLiteral("Enter Ticket's Username to Change Password?"), MessageTitle());
     if (username.isEmpty())
         return;
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     // No member test: a member's ticket takes a new password this way as well. A failing step ends
     // the change without a word, leaving the row as it was.
     Recordset ticket;
     if (!ticket.Open(
             Statement(QStringLiteral("select * from Account where Username = '{}'"), {username.left(MaxTicketText)}),
-            m_screen.session().connection(),
+            m_host.session().connection(),
             CursorType::Static,
             LockType::Optimistic))
         return;
@@ -145,10 +142,10 @@ void TicketSearch::changePassword(TicketSource source)
         return;
     if (!ticket.setValue(QStringLiteral("Password"), password)
         || !ticket.setValue(QStringLiteral("AccountAdded"), QStringLiteral("Password Changed"))
-        || !ticket.setValue(QStringLiteral("ComputerUsed"), m_screen.session().CurrentStaff) || !ticket.Update())
+        || !ticket.setValue(QStringLiteral("ComputerUsed"), m_host.session().general.CurrentStaff) || !ticket.Update())
         return;
     if (source == TicketSource::GridRow) {
-        GridData& grid = m_screen[name("PrintList")].grid();
+        GridData& grid = m_host.ticketGrid().grid();
         grid.setTextMatrix(grid.row(), 2, passwordsHidden() ? QStringLiteral("*****") : password);
     }
     ticket.Close();

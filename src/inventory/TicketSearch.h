@@ -5,7 +5,7 @@
 
 namespace marlet {
 
-class GenAcc;
+class WorkHost;
 class Recordset;
 
 // Where a command of the "Existing Ticket" tab takes the ticket's name from: an input box, or
@@ -33,7 +33,7 @@ inline constexpr SearchTexts SearchByPassword {QLatin1StringView("Enter Ticket's
 class TicketSearch
 {
 public:
-    explicit TicketSearch(GenAcc& screen);
+    explicit TicketSearch(WorkHost& host);
 
     // "Search for a Ticket by Username" (m_search, also m_searchs) and "Search for a Ticket by
     // Password" (m_password): the found tickets replace the grid's rows. Failures are skipped.
@@ -50,11 +50,11 @@ private:
     // The new password, or an empty text after the refusal was shown.
     QString newPassword(TicketSource source, const QString& name) const;
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
 };
 
 // The name a command acts on: column 1 of the grid's selected row, or what the operator types into an
 // input box of `prompt` and `title` with an empty default (empty when cancelled).
-QString ticketName(GenAcc& screen, TicketSource source, const QString& prompt, const QString& title);
+QString ticketName(WorkHost& host, TicketSource source, const QString& prompt, const QString& title);
 
 } // namespace marlet

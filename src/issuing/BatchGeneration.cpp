@@ -1,16 +1,19 @@
 #include "issuing/BatchGeneration.h"
 
-#include "issuing/GenAcc.h"
-#include "issuing/GenAccControls.h"
+#include "issuing/GenAccNames.h"
+#include "platform/Form.h"
+#include "session/WorkHost.h"
+
 #include "issuing/Quota.h"
 #include "issuing/TicketGroup.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
+#include "issuing/TicketRules.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
 #include "printing/PrintDispatch.h"
 #include "printing/PrintStaging.h"
-#include "shell/General.h"
+#include "session/Session.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
@@ -37,24 +40,15 @@ int ticketsPerPage(const QString& size)
 
 } // namespace
 
-BatchGeneration::BatchGeneration(GenAcc& screen)
-    : m_screen(screen)
+BatchGeneration::BatchGeneration(WorkHost& host)
+    : m_host(host)
+    , m_form(host.form())
 {
-}
-
-Control& BatchGeneration::field(const char* name) const
-{
-    return m_screen[QLatin1String(name)];
-}
-
-bool BatchGeneration::ticked(const char* name) const
-{
-    return field(name).value() == CheckState::Checked;
 }
 
 SessionPreferences BatchGeneration::settings() const
 {
-    return m_screen.session().settings();
+    return m_host.session().settings();
 }
 
 void BatchGeneration::run()
@@ -69,29 +63,29 @@ void BatchGeneration::run()
     if (!confirm() || !askPrint())
         return;
 
-    m_screen.resetTicketGrid();
-    settings().save(keys::ExType, field("cboExpiry").listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
-    m_screen.StartProgress();
+    m_host.resetTicketGrid();
+    settings().save(keys::ExType, m_form[genacc::cboExpiry].listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
+    m_host.StartProgress();
     if (!m_quick) {
-        m_time = creditSeconds(values::leadingNumber(field("cboHours").text()), values::leadingNumber(field("cboMinutes").text()));
-        m_number = values::toSingle(values::leadingNumber(field("cboNumber").text()));
+        m_time = creditSeconds(values::leadingNumber(m_form[genacc::cboHours].text()), values::leadingNumber(m_form[genacc::cboMinutes].text()));
+        m_number = values::toSingle(values::leadingNumber(m_form[genacc::cboNumber].text()));
     }
-    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    Control& bar = m_host.progressBar();
     bar.setRange(0, values::toInt16(m_number).value_or(0));
     bar.setValue(0);
-    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Calculating "));
-    m_screen.ProgressAdjust();
-    m_screen.platform().sleep(50);
+    m_host.setProgressText(QStringLiteral("Calculating "));
+    m_host.ProgressAdjust();
+    m_host.platform().sleep(50);
 
-    Connection& connection = m_screen.session().connection();
-    const QDateTime now = m_screen.platform().now();
+    Connection& connection = m_host.session().connection();
+    const QDateTime now = m_host.platform().now();
     if (settings().number(keys::ProgramLog) == 1) {
         connection.Execute(Statement(QStringLiteral("INSERT INTO SysUsage (SystemUsage,Times,Dates) Values "
                                                     "('Ticket(s) Generated','{}','{}')"),
                                      {values::machineTime(now.time()), values::machineDate(now.date())}));
     }
-    m_prefix = batchPrefix(settings(), ticked("chkVIP"));
-    field("chkVIP").setValue(CheckState::Unchecked);
+    m_prefix = batchPrefix(settings(), m_form[genacc::chkVIP].ticked());
+    m_form[genacc::chkVIP].setValue(CheckState::Unchecked);
     if (storageFull())
         return;
     openGroup();
@@ -99,22 +93,22 @@ void BatchGeneration::run()
         return;
     closeGroup();
 
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     if (!m_printAfter) {
         if (settings().number(keys::AutoSave) == 1) {
             updateRegister();
             platform.messageBox(QStringLiteral("Ticket Generation Completed Successfully!"), MsgStyle::Info);
         }
         platform.yield();
-        m_screen.EndProgress();
+        m_host.EndProgress();
         platform.yield();
         platform.sleep(500);
     }
     platform.sleep(500);
-    field("chkTimePeriod").setValue(CheckState::Unchecked);
+    m_form[genacc::chkTimePeriod].setValue(CheckState::Unchecked);
     platform.yield();
     if (m_printAfter)
-        BuildPrintPreview(m_screen,
+        BuildPrintPreview(m_host,
                           Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
     if (settings().number(keys::AutoSave) == 0)
         offerSave();
@@ -124,14 +118,14 @@ void BatchGeneration::run()
 
 bool BatchGeneration::checkManualTime()
 {
-    const QString hours = field("cboHours").text();
-    const QString minutes = field("cboMinutes").text();
+    const QString hours = m_form[genacc::cboHours].text();
+    const QString minutes = m_form[genacc::cboMinutes].text();
     if (!values::isNumeric(hours) || !values::isNumeric(minutes)) {
-        m_screen.platform().messageBox(QStringLiteral("Time must be numeric!"), MsgStyle::Warning);
+        m_host.platform().messageBox(QStringLiteral("Time must be numeric!"), MsgStyle::Warning);
         return false;
     }
     if (!(values::leadingNumber(hours) > 0) && !(values::leadingNumber(minutes) > 0)) {
-        m_screen.platform().messageBox(QStringLiteral("Hour and Minutes can't both be Zero!"), MsgStyle::Warning);
+        m_host.platform().messageBox(QStringLiteral("Hour and Minutes can't both be Zero!"), MsgStyle::Warning);
         return false;
     }
     return true;
@@ -144,7 +138,7 @@ bool BatchGeneration::askForQuota()
         m_quota = UnlimitedQuota;
         return true;
     }
-    const std::optional<qint32> quota = askQuota(m_screen.platform(), TicketPath::Batch);
+    const std::optional<qint32> quota = askQuota(m_host.platform(), TicketPath::Batch);
     if (!quota)
         return false;
     m_quota = *quota;
@@ -153,9 +147,9 @@ bool BatchGeneration::askForQuota()
 
 bool BatchGeneration::readQuickTicket()
 {
-    Platform& platform = m_screen.platform();
-    const QString type = field("cboTicketType").text();
-    const QString pages = field("cboPages").text();
+    Platform& platform = m_host.platform();
+    const QString type = m_form[genacc::cboTicketType].text();
+    const QString pages = m_form[genacc::cboPages].text();
     if (type.isEmpty() || type == QLatin1String("None") || pages.isEmpty() || pages == QLatin1String("None")) {
         platform.messageBox(QStringLiteral("Quick-Ticket entry blank!"), MsgStyle::Warning);
         return false;
@@ -174,25 +168,25 @@ bool BatchGeneration::readQuickTicket()
     QString kind = kindStart < 0 ? QString() : u'[' + rest.mid(kindStart + 2);
 
     if (kind.contains(QStringLiteral(" - VIP"))) {
-        if (!genacc::clientSeparationOn(m_screen)) {
+        if (!clientSeparationOn(settings())) {
             platform.messageBox(QStringLiteral("The Client Reservation/Seperation has not been enabled, Please goto "
                                                "Include/Exclude in Option to enable this feature."),
                                 MsgStyle::Info);
-            field("chkVIP").setValue(CheckState::Unchecked);
+            m_form[genacc::chkVIP].setValue(CheckState::Unchecked);
             return false;
         }
-        field("chkVIP").setValue(CheckState::Checked);
+        m_form[genacc::chkVIP].setValue(CheckState::Checked);
         // The blank in front of "- VIP" stays, so a VIP kind never equals a timed kind below.
         kind.remove(QStringLiteral("- VIP"));
     }
     const bool timed = kind == QLatin1String("[Time Ticket]") || kind == QLatin1String("[Time Once]");
-    field("chkTimePeriod").setValue(timed ? CheckState::Checked : CheckState::Unchecked);
-    field("chkOnce").setValue(kind == QLatin1String("[Time Once]") ? CheckState::Checked : CheckState::Unchecked);
+    m_form[genacc::chkTimePeriod].setValue(timed ? CheckState::Checked : CheckState::Unchecked);
+    m_form[genacc::chkOnce].setValue(kind == QLatin1String("[Time Once]") ? CheckState::Checked : CheckState::Unchecked);
 
-    m_number = float(field("cboPages").listIndex() * ticketsPerPage(field("cboSizeType").text()));
+    m_number = float(m_form[genacc::cboPages].listIndex() * ticketsPerPage(m_form[genacc::cboSizeType].text()));
     QString cost = price;
     cost.remove(settings().text(keys::Currency));
-    field("cboCost").setText(values::isNumeric(cost) ? cost : QStringLiteral("0"));
+    m_form[genacc::cboCost].setText(values::isNumeric(cost) ? cost : QStringLiteral("0"));
     return true;
 }
 
@@ -200,21 +194,21 @@ bool BatchGeneration::confirm()
 {
     const SessionPreferences prefs = settings();
     const QString expiry = expiryConfirmationText(prefs,
-                                                  expiryKind(field("cboExpiry").listIndex()),
-                                                  field("txtDays").text(),
-                                                  m_screen.platform().today());
+                                                  expiryKind(m_form[genacc::cboExpiry].listIndex()),
+                                                  m_form[genacc::txtDays].text(),
+                                                  m_host.platform().today());
     const QString tail = QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency)
-                         + field("cboCost").text() + QStringLiteral(" with Expiration Date of ") + expiry
-                         + (ticked("chkTimePeriod") ? QStringLiteral(" and for Time Only") : QString())
-                         + (ticked("chkOnce") ? QStringLiteral(" to be used Once") : QString())
+                         + m_form[genacc::cboCost].text() + QStringLiteral(" with Expiration Date of ") + expiry
+                         + (m_form[genacc::chkTimePeriod].ticked() ? QStringLiteral(" and for Time Only") : QString())
+                         + (m_form[genacc::chkOnce].ticked() ? QStringLiteral(" to be used Once") : QString())
                          + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
     const QString question =
         m_quick ? QStringLiteral("You have choosen to Generate [") + values::singleText(m_number) + QStringLiteral("Tks] in ")
-                      + field("cboPages").text() + QStringLiteral(" of ") + values::numberText(m_time) + tail
-                : QStringLiteral("You have choosen to Generate ") + field("cboNumber").text()
-                      + QStringLiteral(" number(s) of ") + field("cboHours").text() + QStringLiteral("hour(s) ")
-                      + field("cboMinutes").text() + tail;
-    if (m_screen.platform().messageBox(question, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes)
+                      + m_form[genacc::cboPages].text() + QStringLiteral(" of ") + values::numberText(m_time) + tail
+                : QStringLiteral("You have choosen to Generate ") + m_form[genacc::cboNumber].text()
+                      + QStringLiteral(" number(s) of ") + m_form[genacc::cboHours].text() + QStringLiteral("hour(s) ")
+                      + m_form[genacc::cboMinutes].text() + tail;
+    if (m_host.platform().messageBox(question, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes)
         return false;
     if (m_quick)
         m_time *= 60;
@@ -223,7 +217,7 @@ bool BatchGeneration::confirm()
 
 bool BatchGeneration::askPrint()
 {
-    const PrintAnswer answer = askPrintQuestion(m_screen, PrintCreator::Batch);
+    const PrintAnswer answer = askPrintQuestion(m_host.session(), PrintCreator::Batch, m_form[genacc::cboSizeType].text());
     m_printAfter = answer == PrintAnswer::Print;
     return answer != PrintAnswer::Cancel;
 }
@@ -232,19 +226,19 @@ bool BatchGeneration::askPrint()
 
 bool BatchGeneration::storageFull()
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     // Only the count of the stored tickets matters: the store counts them rather than handing over
     // a hundred thousand rows.
     const long stored = Recordset::countRows(Statement(QStringLiteral("Select * from Account where member=false")),
-                                             m_screen.session().connection());
-    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+                                             m_host.session().connection());
+    Control& bar = m_host.progressBar();
     bar.setValue(bar.value() + 1);
     platform.sleep(100);
     if (stored > StorageLimit) {
         platform.messageBox(QStringLiteral("The Ticket Storage is full! Use the Clean Up utility in OPTION to remove "
                                            "redundant tickets or Delete it manually!"),
                             MsgStyle::Stop);
-        m_screen.EndProgress();
+        m_host.EndProgress();
         platform.messageBox(QStringLiteral("Ticket generation terminated!"), MsgStyle::OkOnly);
         return true;
     }
@@ -253,42 +247,42 @@ bool BatchGeneration::storageFull()
 
 void BatchGeneration::openGroup()
 {
-    General& session = m_screen.session();
-    m_group = ticketGroupNumber(m_screen.platform().now());
-    const QString cost = field("cboCost").text();
+    Session& session = m_host.session();
+    m_group = ticketGroupNumber(m_host.platform().now());
+    const QString cost = m_form[genacc::cboCost].text();
     m_groupRow = std::make_unique<Recordset>();
     openTicketGroup(*m_groupRow, session.connection(), m_group);
     m_groupRow->AddNew();
     writeGroupStart(*m_groupRow,
-                    {m_group, m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.byWhom()},
-                    m_screen.platform().now());
+                    {m_group, m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.general.byWhom()},
+                    m_host.platform().now());
     m_groupRow->Update();
 
-    m_screen[QStringLiteral("ProgressBar1")].setValue(0);
+    m_host.progressBar().setValue(0);
     SessionPreferences prefs = settings();
     prefs.save(keys::Number, values::singleText(m_number));
-    prefs.save(keys::Min, field("cboMinutes").text());
-    prefs.save(keys::Hr, field("cboHours").text());
+    prefs.save(keys::Min, m_form[genacc::cboMinutes].text());
+    prefs.save(keys::Hr, m_form[genacc::cboHours].text());
     prefs.save(keys::Amount, cost);
-    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Generating "));
+    m_host.setProgressText(QStringLiteral("Generating "));
     m_amount = ticketAmount(prefs, cost);
 }
 
 bool BatchGeneration::makeTickets()
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     Recordset tickets;
     // The counter is a 16-bit number; after the loop it stands one above the last ticket.
     qint16 position = 1;
     for (; position <= qint16(values::toInt16(m_number).value_or(0)); ++position) {
         platform.sleep(50);
-        if (m_screen.StopRequested && stopAnswered()) {
+        if (m_host.StopRequested && stopAnswered()) {
             tickets.Close();
             return false;
         }
         makeTicket(position, tickets);
         platform.yield();
-        Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+        Control& bar = m_host.progressBar();
         bar.setValue(bar.value() + 1);
     }
     tickets.Close();
@@ -299,20 +293,20 @@ bool BatchGeneration::makeTickets()
 // Stop was pressed: true when the operator confirmed and the batch has been removed.
 bool BatchGeneration::stopAnswered()
 {
-    if (m_screen.platform().messageBox(StopQuestion, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes) {
-        m_screen.StopRequested = false;
+    if (m_host.platform().messageBox(StopQuestion, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes) {
+        m_host.StopRequested = false;
         return false;
     }
     discard();
     if (m_groupRow)
         m_groupRow->Close();
-    m_screen.EndProgress();
+    m_host.EndProgress();
     return true;
 }
 
 void BatchGeneration::makeTicket(int position, Recordset& tickets)
 {
-    General& session = m_screen.session();
+    Session& session = m_host.session();
     const SessionPreferences prefs = settings();
     const UniformSource source = systemUniformSource();
     const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
@@ -325,39 +319,39 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.Username = *name;
     ticket.Password = batchPassword(prefs, source);
     ticket.seconds = m_time;
-    ticket.ByWhom = session.byWhom();
-    ticket.created = m_screen.platform().today();
-    ticket.expiry = expiryColumns(expiryKind(field("cboExpiry").listIndex()),
-                                  values::leadingNumber(field("txtDays").text()),
+    ticket.ByWhom = session.general.byWhom();
+    ticket.created = m_host.platform().today();
+    ticket.expiry = expiryColumns(expiryKind(m_form[genacc::cboExpiry].listIndex()),
+                                  values::leadingNumber(m_form[genacc::txtDays].text()),
                                   ticket.created,
                                   TicketPath::Batch);
     ticket.Amount = m_amount;
-    ticket.StartTime = field("dtStart").dateTime();
-    ticket.EndTime = field("dtEnd").dateTime();
+    ticket.StartTime = m_form[genacc::dtStart].dateTime();
+    ticket.EndTime = m_form[genacc::dtEnd].dateTime();
     ticket.Quota = m_quotas ? m_quota : 0;
-    ticket.Night = field("chkTimePeriod").value() == 1;
-    ticket.Once = field("chkOnce").value() == 1;
+    ticket.Night = m_form[genacc::chkTimePeriod].value() == 1;
+    ticket.Once = m_form[genacc::chkOnce].value() == 1;
     if (tickets.AddNew()) {
         writeTicketRow(tickets, ticket);
         tickets.Update();
     }
 
-    if (!ticked("chkNoList")) {
-        GridData& grid = m_screen[QStringLiteral("PrintList")].grid();
-        grid.addItem(ticketRowLine(QString::number(position), ticketRowFields(ticket), ticked("Check4")));
+    if (!m_form[genacc::chkNoList].ticked()) {
+        GridData& grid = m_host.ticketGrid().grid();
+        grid.addItem(ticketRowLine(QString::number(position), ticketRowFields(ticket), m_form[genacc::Check4].ticked()));
     }
 }
 
 void BatchGeneration::closeGroup()
 {
     if (m_groupRow) {
-        writeGroupCompletion(*m_groupRow, GroupKind::Random, m_number, m_screen.platform().now());
+        writeGroupCompletion(*m_groupRow, GroupKind::Random, m_number, m_host.platform().now());
         m_groupRow->Update();
     }
-    m_screen.session().connection().Execute(
+    m_host.session().connection().Execute(
         Statement(QStringLiteral("INSERT INTO Activated (TicketGrp,Times,Amount,Staff,Status,Activator,numbers) Values  "
                                  "('{}',{},'{}','{}',false,'',{})"),
-                  {m_group, m_time / 60, m_amount, m_screen.session().CurrentStaff, m_number}));
+                  {m_group, m_time / 60, m_amount, m_host.session().general.CurrentStaff, m_number}));
     if (m_groupRow)
         m_groupRow->Close();
     m_groupRow.reset();
@@ -365,23 +359,23 @@ void BatchGeneration::closeGroup()
 
 void BatchGeneration::discard()
 {
-    Connection& connection = m_screen.session().connection();
+    Connection& connection = m_host.session().connection();
     connection.Execute(Statement(QStringLiteral("Delete * from Account where member=false and TicketGrp = '{}'"), {m_group}));
     connection.Execute(Statement(QStringLiteral("Delete * from TicketInfo where TicketGrp = '{}'"), {m_group}));
-    m_screen.resetTicketGrid();
+    m_host.resetTicketGrid();
 }
 
 void BatchGeneration::updateRegister()
 {
-    const double cost = values::leadingNumber(field("cboCost").text());
-    m_screen.session().connection().Execute(
+    const double cost = values::leadingNumber(m_form[genacc::cboCost].text());
+    m_host.session().connection().Execute(
         Statement(QStringLiteral("UPDATE Register SET TotGenerated = TotGenerated + {}, TotCost = TotCost + {}"),
                   {m_number, cost * double(m_number)}));
 }
 
 void BatchGeneration::offerSave()
 {
-    Platform& platform = m_screen.platform();
+    Platform& platform = m_host.platform();
     const QString group = u'[' + m_group + u']';
     const QString saved = QStringLiteral("Ticket(s) with Ticket Group ") + group + QStringLiteral(" saved!");
     if (platform.messageBox(QStringLiteral("Do you want to Save Generated Tickets with Ticket Group ") + group + u'?',

@@ -10,7 +10,8 @@
 namespace marlet {
 
 class Control;
-class GenAcc;
+class Form;
+class WorkHost;
 class Recordset;
 class SessionPreferences;
 
@@ -20,7 +21,7 @@ class SessionPreferences;
 class BatchGeneration
 {
 public:
-    explicit BatchGeneration(GenAcc& screen);
+    explicit BatchGeneration(WorkHost& host);
 
     void run();
 
@@ -43,11 +44,10 @@ private:
     void updateRegister();
     void offerSave();
 
-    Control& field(const char* name) const;
-    bool ticked(const char* name) const;
     SessionPreferences settings() const;
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
+    Form& m_form;
     bool m_quick = false;
     bool m_quotas = false;
     qint32 m_quota = -9999;

@@ -7,7 +7,8 @@
 namespace marlet {
 
 class Control;
-class GenAcc;
+class Form;
+class WorkHost;
 class SessionPreferences;
 
 // "Create a Customized New Ticket": one ticket whose name and password the operator typed, alone in
@@ -20,7 +21,7 @@ class SessionPreferences;
 class CustomTicket
 {
 public:
-    explicit CustomTicket(GenAcc& screen);
+    explicit CustomTicket(WorkHost& host);
 
     void run();
 
@@ -41,11 +42,10 @@ private:
     void finish();
 
     bool warn(const QString& message) const;
-    Control& field(const char* name) const;
-    bool ticked(const char* name) const;
     SessionPreferences settings() const;
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
+    Form& m_form;
     QString m_username; // as stored: upper case, with the VIP prefix
     double m_minutes = 0;
     double m_cost = 0;

@@ -49,4 +49,9 @@ QString priceText(const SessionPreferences& preferences, const QString& price)
     return preferences.text(keys::Currency) + price;
 }
 
+bool clientSeparationOn(const SessionPreferences& preferences)
+{
+    return preferences.number(keys::SelClientP) == 1 || preferences.number(keys::SelClient) == 1;
+}
+
 } // namespace marlet

@@ -44,4 +44,7 @@ QString ticketAmount(const SessionPreferences& preferences, const QString& price
 // How a price is shown to the operator: the whole currency in front of it, without a blank.
 QString priceText(const SessionPreferences& preferences, const QString& price);
 
+// Client separation is on: either reservation rule equals 1. VIP tickets need it.
+bool clientSeparationOn(const SessionPreferences& preferences);
+
 } // namespace marlet

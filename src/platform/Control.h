@@ -134,6 +134,8 @@ public:
     int value() const { return m_value; }
     void setValue(int value);
     bool isChecked() const { return m_value != 0; }
+    // A check box that is ticked, not cleared or greyed.
+    bool ticked() const { return m_value == CheckState::Checked; }
     int minimum() const { return m_min; }
     int maximum() const { return m_max; }
     void setRange(int minimum, int maximum);

@@ -116,7 +116,7 @@ bool click(Control& control)
     switch (control.kind()) {
     case ControlKind::CheckBox:
         focus(control);
-        control.setValue(control.value() == CheckState::Checked ? CheckState::Unchecked : CheckState::Checked);
+        control.setValue(control.ticked() ? CheckState::Unchecked : CheckState::Checked);
         return true;
     case ControlKind::OptionButton:
         focus(control);

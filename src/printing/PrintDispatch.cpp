@@ -1,8 +1,7 @@
 #include "printing/PrintDispatch.h"
 
-#include "issuing/GenAcc.h"
 #include "platform/Platform.h"
-#include "shell/General.h"
+#include "session/Session.h"
 
 namespace marlet {
 
@@ -39,12 +38,11 @@ QString printTypeOfSize(const QString& size)
 
 } // namespace
 
-PrintAnswer askPrintQuestion(GenAcc& screen, PrintCreator creator)
+PrintAnswer askPrintQuestion(Session& session, PrintCreator creator, const QString& size)
 {
-    Platform& platform = screen.platform();
-    SessionPreferences settings = screen.session().settings();
+    Platform& platform = session.platform();
+    SessionPreferences settings = session.settings();
     const double quickTicket = settings.number(keys::QuickTicket);
-    const QString size = screen[QStringLiteral("cboSizeType")].text();
     MsgResult answer = MsgResult::Cancel;
     if (quickTicket != 0) {
         answer = platform.messageBox(QStringLiteral("And Print Preview Ticket(s) with ") + size + u'?',

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QString>
+
 namespace marlet {
 
-class GenAcc;
+class Session;
 
 // Which creator asks the print question: the batch creator asks by print type in the order
 // 1, 2, 4, other; the custom and member creators test 4 first and ask a question of their own.
@@ -15,7 +17,7 @@ enum class PrintAnswer {
 };
 
 // The print question asked before anything is written, with the quick-ticket size rule and the
-// printer test.
-PrintAnswer askPrintQuestion(GenAcc& screen, PrintCreator creator);
+// printer test. quickTicketSize is the size chosen for quick tickets ("Small Size", ...).
+PrintAnswer askPrintQuestion(Session& session, PrintCreator creator, const QString& quickTicketSize);
 
 } // namespace marlet

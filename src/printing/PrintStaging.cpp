@@ -2,10 +2,11 @@
 
 #include "printing/TicketSheet.h"
 
-#include "issuing/GenAcc.h"
+#include "platform/Control.h"
 #include "platform/Platform.h"
 #include "printing/TicketDocuments.h"
-#include "shell/General.h"
+#include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
@@ -56,10 +57,10 @@ constexpr std::array<int, PrintSlotColumns> SlotOrder {
 class PrintStaging
 {
 public:
-    explicit PrintStaging(GenAcc& screen)
-        : m_screen(screen)
-        , m_platform(screen.platform())
-        , m_session(screen.session())
+    explicit PrintStaging(WorkHost& host)
+        : m_host(host)
+        , m_platform(host.platform())
+        , m_session(host.session())
     {
     }
 
@@ -80,9 +81,9 @@ private:
     void finish();
     void fail();
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
     Platform& m_platform;
-    General& m_session;
+    Session& m_session;
     Recordset m_tickets;
     Recordset m_rows;
     std::unique_ptr<NamedComponent> m_sheets;
@@ -111,13 +112,13 @@ void PrintStaging::run(const Statement& query)
     const ScratchTable table = scratchTable(printType);
     if (!pack(table))
         return fail();
-    m_screen.EndProgress();
+    m_host.EndProgress();
     // The rows are in the store as soon as they are saved: a turn of events before and after the
     // panel closes is enough for the report component to read them.
     m_platform.yield();
     m_platform.yield();
-    if (m_screen.StopRequested)
-        m_screen.StopRequested = false;
+    if (m_host.StopRequested)
+        m_host.StopRequested = false;
     else if (!preview(table))
         return fail();
     finish();
@@ -138,30 +139,30 @@ bool PrintStaging::openTickets(const Statement& query)
 void PrintStaging::reportNoTicket()
 {
     m_platform.messageBox(NoTicket, MsgStyle::Warning);
-    m_screen.EndProgress();
+    m_host.EndProgress();
     m_platform.yield();
     m_platform.sleep(1000);
 }
 
 void PrintStaging::startProgress()
 {
-    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    Control& bar = m_host.progressBar();
     bar.setValue(0);
-    m_screen.StartProgress();
+    m_host.StartProgress();
     m_platform.yield();
     bar.setValue(bar.maximum());
     m_platform.yield();
     m_platform.sleep(100);
-    m_screen[QStringLiteral("Label4")].setCaption(QStringLiteral("Generating Preview "));
-    m_screen.ProgressAdjust();
+    m_host.setProgressText(QStringLiteral("Generating Preview "));
+    m_host.ProgressAdjust();
 }
 
 bool PrintStaging::exportPage()
 {
-    if (!TicketDocuments(m_screen).WriteMediumTickets(m_tickets))
+    if (!TicketDocuments(m_host).WriteMediumTickets(m_tickets))
         return false;
     m_tickets.Close();
-    m_screen.EndProgress();
+    m_host.EndProgress();
     return true;
 }
 
@@ -179,7 +180,7 @@ bool PrintStaging::pack(const ScratchTable& table)
     long rows = count / table.perRow;
     if (count - table.perRow * rows != 0)
         ++rows;
-    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    Control& bar = m_host.progressBar();
     bar.setMaximum(int(rows));
     if (table.perRow == 2)
         bar.setValue(0);
@@ -198,8 +199,8 @@ bool PrintStaging::pack(const ScratchTable& table)
         if (!m_rows.Update() || (!m_tickets.Eof() && !m_tickets.MoveNext()))
             return false;
         advanceBar(table);
-        if (m_screen.StopRequested) {
-            m_screen.EndProgress();
+        if (m_host.StopRequested) {
+            m_host.EndProgress();
             break;
         }
         m_platform.yield();
@@ -255,7 +256,7 @@ bool PrintStaging::put(const ScratchTable& table, int slot, int field, const QVa
 
 void PrintStaging::advanceBar(const ScratchTable& table)
 {
-    Control& bar = m_screen[QStringLiteral("ProgressBar1")];
+    Control& bar = m_host.progressBar();
     if (table.perRow == 2 || bar.value() < bar.maximum())
         bar.setValue(bar.value() + 1);
 }
@@ -280,7 +281,7 @@ void PrintStaging::closeAll()
 void PrintStaging::finish()
 {
     closeAll();
-    m_screen.EndProgress();
+    m_host.EndProgress();
 }
 
 // The handler of every failing step: it carries on past further failures. The scratch table keeps
@@ -290,16 +291,16 @@ void PrintStaging::fail()
     m_platform.yield();
     m_platform.sleep(500);
     m_platform.yield();
-    m_screen.EndProgress();
+    m_host.EndProgress();
     m_platform.messageBox(PreviewFailed, MsgStyle::Critical);
     closeAll();
 }
 
 } // namespace
 
-void BuildPrintPreview(GenAcc& screen, const Statement& query)
+void BuildPrintPreview(WorkHost& host, const Statement& query)
 {
-    PrintStaging(screen).run(query);
+    PrintStaging(host).run(query);
 }
 
 } // namespace marlet

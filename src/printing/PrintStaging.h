@@ -4,7 +4,7 @@
 
 namespace marlet {
 
-class GenAcc;
+class WorkHost;
 
 // Prints the tickets of one finished group. `query` selects them from Account in ticket order
 // ("Select * From Account where TicketGrp = '{}'"). The tickets are packed into the scratch table of
@@ -12,6 +12,6 @@ class GenAcc;
 // table; the export type writes the medium ticket page instead. The screen's progress panel shows the
 // packing and its "Stop" ends it without a preview. An empty query does nothing; any failing step
 // ends in "Print Generation Error!, Print Preview Aborted!". Account itself is only read.
-void BuildPrintPreview(GenAcc& screen, const Statement& query);
+void BuildPrintPreview(WorkHost& host, const Statement& query);
 
 } // namespace marlet

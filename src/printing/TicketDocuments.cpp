@@ -1,8 +1,8 @@
 #include "printing/TicketDocuments.h"
 
-#include "issuing/GenAcc.h"
 #include "platform/Platform.h"
-#include "shell/General.h"
+#include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
@@ -372,10 +372,10 @@ void openPage(Platform& platform, PageOpening opening, const QString& path)
 class PageWriter
 {
 public:
-    explicit PageWriter(GenAcc& screen)
-        : m_screen(screen)
-        , m_platform(screen.platform())
-        , m_path(ticketPagePath(screen.session().applicationFolder))
+    explicit PageWriter(WorkHost& host)
+        : m_host(host)
+        , m_platform(host.platform())
+        , m_path(ticketPagePath(host.session().applicationFolder()))
     {
     }
 
@@ -387,7 +387,7 @@ private:
     std::optional<TicketFace> readFace(const Recordset& tickets, const PageDesign& design) const;
     bool stopConfirmed();
 
-    GenAcc& m_screen;
+    WorkHost& m_host;
     Platform& m_platform;
     QString m_path;
     QString m_title;
@@ -399,12 +399,12 @@ bool PageWriter::writeTickets(Recordset& tickets, const PageDesign& design)
     PageFile file(m_path);
     if (!file.replace())
         return false;
-    const SessionPreferences settings = m_screen.session().settings();
+    const SessionPreferences settings = m_host.session().settings();
     m_title = settings.text(keys::Title);
     m_address = settings.text(keys::Address);
     PageText page;
     addHead(page, design, design.styles);
-    m_screen.StopRequested = false;
+    m_host.StopRequested = false;
     if (!design.tablePerBlock)
         page.add(GridTable);
     const long count = tickets.RecordCount();
@@ -425,8 +425,8 @@ bool PageWriter::writeTickets(Recordset& tickets, const PageDesign& design)
     if (!design.tablePerBlock)
         page.add(QStringLiteral("</table>"));
     addEnd(page);
-    m_screen.EndProgress();
-    const bool stopped = m_screen.StopRequested;
+    m_host.EndProgress();
+    const bool stopped = m_host.StopRequested;
     if (design.writesAtEnd && !stopped && !file.write(page.text()))
         return false;
     // The browser gets the page before the file is closed.
@@ -451,7 +451,7 @@ bool PageWriter::writeBlock(Recordset& tickets, const PageDesign& design, long b
             page.add(QStringLiteral("  </td>"));
         }
         page.add(QStringLiteral("  </tr>"));
-        if (tickets.Eof() || (design.rowsEndOnStop && m_screen.StopRequested))
+        if (tickets.Eof() || (design.rowsEndOnStop && m_host.StopRequested))
             break;
         if (block % FlushingBlock == 0 && !file.flush(page))
             return false;
@@ -505,11 +505,11 @@ std::optional<TicketFace> PageWriter::readFace(const Recordset& tickets, const P
 // "Stop" was pressed: true when the operator cancels the page, else the request is forgotten.
 bool PageWriter::stopConfirmed()
 {
-    if (!m_screen.StopRequested)
+    if (!m_host.StopRequested)
         return false;
     if (m_platform.messageBox(StopQuestion, MsgStyle::YesNoQuestionNoDefault) == MsgResult::Yes)
         return true;
-    m_screen.StopRequested = false;
+    m_host.StopRequested = false;
     return false;
 }
 
@@ -560,36 +560,36 @@ void provideTicketPage(const QString& applicationFolder)
         page.open(QIODevice::WriteOnly);
 }
 
-TicketDocuments::TicketDocuments(GenAcc& screen)
-    : m_screen(screen)
+TicketDocuments::TicketDocuments(WorkHost& host)
+    : m_host(host)
 {
 }
 
 QString TicketDocuments::pagePath() const
 {
-    return ticketPagePath(m_screen.session().applicationFolder);
+    return ticketPagePath(m_host.session().applicationFolder());
 }
 
 bool TicketDocuments::WriteSmallTickets(Recordset& tickets)
 {
-    return PageWriter(m_screen).writeTickets(tickets, smallDesign());
+    return PageWriter(m_host).writeTickets(tickets, smallDesign());
 }
 
 bool TicketDocuments::WriteMediumTickets(Recordset& tickets)
 {
-    return PageWriter(m_screen).writeTickets(tickets, mediumDesign());
+    return PageWriter(m_host).writeTickets(tickets, mediumDesign());
 }
 
 bool TicketDocuments::WriteLargeTickets(Recordset& tickets)
 {
-    return PageWriter(m_screen).writeTickets(tickets, largeDesign());
+    return PageWriter(m_host).writeTickets(tickets, largeDesign());
 }
 
 bool TicketDocuments::WriteSmallSample()
 {
     TicketFace face = sampleFace();
     face.number = QStringLiteral("0000-0000"); // the box's cell supplies the "+"
-    return PageWriter(m_screen).writeSample({smallDesign(), smallDesign().styles, 17, face, PageOpening::None});
+    return PageWriter(m_host).writeSample({smallDesign(), smallDesign().styles, 17, face, PageOpening::None});
 }
 
 bool TicketDocuments::WriteMediumSample()
@@ -601,7 +601,7 @@ bool TicketDocuments::WriteMediumSample()
     const QStringList styles = {QStringLiteral(".style4 {font-size: 12px; font-weight: bold; color: #000000; }"),
         QStringLiteral(".style5 {color: #000000}"),
         QStringLiteral(".style7 {font-size: 9}")};
-    return PageWriter(m_screen).writeSample({mediumDesign(), styles, 8, face, PageOpening::ProgramStart});
+    return PageWriter(m_host).writeSample({mediumDesign(), styles, 8, face, PageOpening::ProgramStart});
 }
 
 bool TicketDocuments::WriteLargeSample()
@@ -610,7 +610,7 @@ bool TicketDocuments::WriteLargeSample()
     face.status = QStringLiteral("24hrs of the day"); // the box puts the status between parentheses
     face.printed = QStringLiteral("01/01/2005");
     face.byWhom = QStringLiteral("Adminstrator");
-    return PageWriter(m_screen).writeSample({largeDesign(), largeDesign().styles, 11, face, PageOpening::ProgramStart});
+    return PageWriter(m_host).writeSample({largeDesign(), largeDesign().styles, 11, face, PageOpening::ProgramStart});
 }
 
 } // namespace marlet

@@ -5,7 +5,7 @@
 
 namespace marlet {
 
-class GenAcc;
+class WorkHost;
 class Recordset;
 
 // The ticket web page temp.htm in the application folder: a grid of bordered ticket boxes that the
@@ -20,7 +20,7 @@ class Recordset;
 class TicketDocuments
 {
 public:
-    explicit TicketDocuments(GenAcc& screen);
+    explicit TicketDocuments(WorkHost& host);
 
     bool WriteSmallTickets(Recordset& tickets);
     bool WriteMediumTickets(Recordset& tickets);
@@ -32,7 +32,7 @@ public:
     QString pagePath() const;
 
 private:
-    GenAcc& m_screen;
+    WorkHost& m_host;
 };
 
 // Where the ticket page of an application folder lives.

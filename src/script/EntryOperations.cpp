@@ -1,7 +1,7 @@
 #include "script/EntryOperations.h"
 
-#include "platform/ScriptedPlatform.h"
-#include "shell/Component.h"
+#include "component/Component.h"
+#include "script/ScriptedPlatform.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 #include "script/ScenarioOperations.h"
 
-#include "platform/ScriptedPlatform.h"
 #include "script/DemoForm.h"
+#include "script/ScriptedPlatform.h"
 
 namespace marlet {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/Control.h"
-#include "platform/ScriptedPlatform.h"
 #include "script/ScenarioOperations.h"
 #include "script/ScenarioParser.h"
+#include "script/ScriptedPlatform.h"
 
 #include <QTemporaryDir>
 #include <QTextStream>

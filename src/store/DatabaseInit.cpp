@@ -1,10 +1,10 @@
 #include "store/DatabaseInit.h"
 
-#include "platform/Platform.h"
 #include "store/Connection.h"
 #include "store/Schema.h"
 #include "store/StoreEngine.h"
 #include "store/StoreValue.h"
+#include "values/Product.h"
 
 #include <QDir>
 #include <QFile>

@@ -6,7 +6,7 @@
 #include "printing/TicketSheet.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
-#include "store/StoreTestDatabase.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QApplication>
 #include <QCheckBox>

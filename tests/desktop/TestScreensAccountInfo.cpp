@@ -1,8 +1,8 @@
 #include "desktop/QtPlatform.h"
-#include "desktop/DesktopCafe.h"
-#include "desktop/ScreenDriver.h"
-#include "shell/Component.h"
-#include "store/StoreTestDatabase.h"
+#include "component/Component.h"
+#include "support/DesktopCafe.h"
+#include "support/ScreenDriver.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QGroupBox>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "desktop/QtPlatform.h"
-#include "desktop/DesktopCafe.h"
-#include "desktop/ScreenDriver.h"
-#include "shell/Component.h"
-#include "shell/Screens.h"
-#include "store/StoreTestDatabase.h"
+#include "component/Component.h"
+#include "component/ScreenRegistry.h"
+#include "support/DesktopCafe.h"
+#include "support/ScreenDriver.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -24,18 +24,18 @@ struct Desk : test::DesktopCafe
 {
     Desk()
     {
-        session().AppTitle = latin("Norvantis");
-        session().CurrentStaff = latin("ADMINISTRATOR");
+        session().general.AppTitle = latin("Norvantis");
+        session().general.CurrentStaff = latin("ADMINISTRATOR");
         session().connection().Open(database.connectionString());
     }
-    General& session() { return component.session(); }
+    Session& session() { return component.session(); }
 
     // Shows ContPass modally in the given mode while the driver plays the operator.
     void runContPass(qint16 mode)
     {
-        session().PassMode = mode;
+        session().general.PassMode = mode;
         driver.start();
-        createScreen(latin("ContPass"), session())->showModal();
+        component.screens().show(Screen::ContPass);
     }
 };
 
@@ -74,7 +74,7 @@ void TestScreensGates::testContPassAcceptsWithEnter()
     desk.runContPass(0);
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());
-    QCOMPARE(desk.session().PassMode, qint16(2));
+    QCOMPARE(desk.session().general.PassMode, qint16(2));
 }
 
 void TestScreensGates::testContPassRefusesWithMessage()
@@ -90,14 +90,14 @@ void TestScreensGates::testContPassRefusesWithMessage()
     desk.runContPass(0);
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());
-    QCOMPARE(desk.session().PassMode, qint16(0));
+    QCOMPARE(desk.session().general.PassMode, qint16(0));
 }
 
 void TestScreensGates::testContPassAsksForOldPassword()
 {
     Desk desk;
     QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
-    desk.session().GateUsername = latin("ADMINISTRATOR");
+    desk.session().general.GateUsername = latin("ADMINISTRATOR");
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("ContPass"), [&driver](FormDialog& gate) {
         driver.check(find<QLabel>(gate, "lblPassword")->text() == latin("Old Password:"), latin("label in mode 4"));
@@ -107,7 +107,7 @@ void TestScreensGates::testContPassAsksForOldPassword()
     });
     desk.runContPass(4);
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
-    QCOMPARE(desk.session().PassMode, qint16(5));
+    QCOMPARE(desk.session().general.PassMode, qint16(5));
 }
 
 void TestScreensGates::testContPassCancel()
@@ -119,7 +119,7 @@ void TestScreensGates::testContPassCancel()
         latin("ContPass"), [](FormDialog& gate) { QTest::mouseClick(find(gate, "cmdCancel"), Qt::LeftButton); });
     desk.runContPass(3);
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
-    QCOMPARE(desk.session().PassMode, qint16(0));
+    QCOMPARE(desk.session().general.PassMode, qint16(0));
 }
 
 void TestScreensGates::testGenPasstoAccsTwoLogins()
@@ -155,7 +155,7 @@ void TestScreensGates::testGenPasstoAccsTwoLogins()
         QTest::keyClick(password, Qt::Key_Return);
     });
     driver.onForm(latin("GenAcc"), [&desk, &driver](FormDialog& screen) {
-        driver.check(desk.session().SecondStaff == latin("BOSS"), latin("second approver"));
+        driver.check(desk.session().general.SecondStaff == latin("BOSS"), latin("second approver"));
         // The generate screen has a grid: its window can be made larger.
         driver.check(screen.maximumSize() != screen.minimumSize(), latin("generate screen resizable"));
         QTest::mouseClick(find(screen, "Command6"), Qt::LeftButton);
@@ -166,7 +166,7 @@ void TestScreensGates::testGenPasstoAccsTwoLogins()
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());
     // Closing the generate screen forgets the second approver.
-    QCOMPARE(desk.session().SecondStaff, QString());
+    QCOMPARE(desk.session().general.SecondStaff, QString());
 }
 
 } // namespace marlet

@@ -1,9 +1,9 @@
 #include "desktop/QtPlatform.h"
-#include "desktop/DesktopCafe.h"
-#include "desktop/ScreenDriver.h"
-#include "shell/Component.h"
+#include "component/Component.h"
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "support/DesktopCafe.h"
+#include "support/ScreenDriver.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -1,14 +1,14 @@
 #include "desktop/FormBinder.h"
+#include "component/Component.h"
+#include "component/ScreenRegistry.h"
 #include "desktop/FormDialog.h"
-#include "desktop/ScreenDriver.h"
 #include "desktop/views/ScreenViews.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Operator.h"
-#include "platform/ScriptedPlatform.h"
-#include "shell/Component.h"
-#include "shell/Screens.h"
-#include "store/StoreTestDatabase.h"
+#include "script/ScriptedPlatform.h"
+#include "support/ScreenDriver.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -115,9 +115,9 @@ private slots:
 private:
     // Shows the form's window, checks its layout and keeps a picture of it.
     void render(Form& form, const QString& fileName, const QStringList& inFront = {});
-    std::unique_ptr<Form> open(const char* screen);
+    std::unique_ptr<Form> open(Screen screen);
     void generate(Form& screen, int number);
-    General& session() { return m_component->session(); }
+    Session& session() { return m_component->session(); }
 
     QTemporaryDir m_pictures;
     QString m_folder;
@@ -145,8 +145,8 @@ void TestScreensPictures::init()
     m_platform->setNow(QDateTime(QDate(2026, 11, 21), QTime(10, 0)));
     m_component
         = std::make_unique<Component>(*m_platform, m_prefs->filePath(latin("prefs")), m_prefs->filePath(latin("app")));
-    session().AppTitle = latin("Norvantis");
-    session().CurrentStaff = latin("ADMINISTRATOR");
+    session().general.AppTitle = latin("Norvantis");
+    session().general.CurrentStaff = latin("ADMINISTRATOR");
     QVERIFY(session().connection().Open(m_database->connectionString()));
 }
 
@@ -159,9 +159,9 @@ void TestScreensPictures::cleanup()
     m_database.reset();
 }
 
-std::unique_ptr<Form> TestScreensPictures::open(const char* screen)
+std::unique_ptr<Form> TestScreensPictures::open(Screen screen)
 {
-    std::unique_ptr<Form> form = createScreen(latin(screen), session());
+    std::unique_ptr<Form> form = m_component->screens().create(screen);
     form->load();
     form->activate();
     return form;
@@ -188,20 +188,20 @@ void TestScreensPictures::render(Form& form, const QString& fileName, const QStr
 
 void TestScreensPictures::testContPass()
 {
-    std::unique_ptr<Form> gate = open("ContPass");
+    std::unique_ptr<Form> gate = open(Screen::ContPass);
     render(*gate, latin("ContPass.png"));
     gate->forceUnload();
 }
 
 void TestScreensPictures::testGenPasstoAccsBothLayouts()
 {
-    std::unique_ptr<Form> one = open("GenPasstoAccs");
+    std::unique_ptr<Form> one = open(Screen::GenPasstoAccs);
     QVERIFY(!(*one)[latin("Frame2")].visible());
     render(*one, latin("GenPasstoAccs.png"));
     one->forceUnload();
 
     QVERIFY(m_database->connection().Execute(Statement(latin("UPDATE Options SET NoUser = true"))));
-    std::unique_ptr<Form> two = open("GenPasstoAccs");
+    std::unique_ptr<Form> two = open(Screen::GenPasstoAccs);
     QVERIFY((*two)[latin("Frame2")].visible());
     render(*two, latin("GenPasstoAccs-two-logins.png"));
     // The second frame makes the window taller, not wider.
@@ -229,7 +229,7 @@ void TestScreensPictures::generate(Form& screen, int number)
 
 void TestScreensPictures::testGenAccTabs()
 {
-    std::unique_ptr<Form> screen = open("GenAcc");
+    std::unique_ptr<Form> screen = open(Screen::GenAcc);
     // The panel in front of the frames while the batch runs: yields 1 and 2 belong to the panel,
     // then one a ticket.
     m_platform->atYield(6, [this, &screen] { render(*screen, latin("GenAcc-progress.png"), {latin("FProgress")}); });
@@ -259,7 +259,7 @@ void TestScreensPictures::testGenAccQuickTicket()
     QVERIFY(m_database->connection().Execute(
         Statement(latin("INSERT INTO QuickT (TicketType) Values ('60min(s) - N50 [Time Ticket]')"))));
     session().settings().save(keys::QuickTicket, latin("1"));
-    std::unique_ptr<Form> screen = open("GenAcc");
+    std::unique_ptr<Form> screen = open(Screen::GenAcc);
     QVERIFY((*screen)[latin("FQuick")].visible());
     QVERIFY(!(*screen)[latin("FManual")].visible());
     render(*screen, latin("GenAcc-quick-ticket.png"));
@@ -268,8 +268,8 @@ void TestScreensPictures::testGenAccQuickTicket()
 
 void TestScreensPictures::testOptionsGeneral()
 {
-    session().ServerPorts = latin("192.168.0.10");
-    std::unique_ptr<Form> screen = open("Options");
+    session().general.ServerPorts = latin("192.168.0.10");
+    std::unique_ptr<Form> screen = open(Screen::Options);
     QVERIFY((*screen)[latin("FGeneral")].visible());
     // The custom bind shows the text box white and editable.
     QVERIFY(Operator::pick((*screen)[latin("cboBindType")], latin("CUSTOM SETTING")));
@@ -289,7 +289,7 @@ void TestScreensPictures::testRecycleBin()
                             "'RECHARGED', 1, false, false, false, 60, '16/11/26/09:05', 'Deleted by User.')"),
                       {latin(name)})));
     }
-    std::unique_ptr<Form> screen = open("RecycleBin");
+    std::unique_ptr<Form> screen = open(Screen::RecycleBin);
     Control& list = (*screen)[latin("List1")];
     QCOMPARE(list.listCount(), 5);
     QVERIFY(Operator::pick(list, 3));
@@ -307,8 +307,8 @@ void TestScreensPictures::testAccountInfo()
               "('261101080000', '007', 'AAA0000007', 'PW', 5430, 3600, 'ADMINISTRATOR', '2026-12-31', 0, "
               "'2026-11-01', 'N200', '2026-11-14', false, '1899-12-30 22:00:00', '1899-12-30 06:30:00', 'PC-04', "
               "'RECHARGED', 1, false, false, 'NONE', true, false, 30, '09:15 PM', 4, 2)"))));
-    session().TicketName = latin("AAA0000007");
-    std::unique_ptr<Form> screen = open("AccountInfo");
+    session().general.TicketName = latin("AAA0000007");
+    std::unique_ptr<Form> screen = open(Screen::AccountInfo);
     QCOMPARE((*screen)[latin("Label2")].caption(), latin("Ticket found in main Ticket database."));
     render(*screen, latin("account-info.png"));
     screen->forceUnload();

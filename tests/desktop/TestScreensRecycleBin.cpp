@@ -1,10 +1,10 @@
 #include "desktop/InputBoxDialog.h"
+#include "component/Component.h"
 #include "desktop/QtPlatform.h"
-#include "desktop/DesktopCafe.h"
-#include "desktop/ScreenDriver.h"
-#include "shell/Component.h"
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "support/DesktopCafe.h"
+#include "support/ScreenDriver.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QElapsedTimer>
 #include <QGroupBox>

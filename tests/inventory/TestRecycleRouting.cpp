@@ -1,7 +1,7 @@
 #include "inventory/RecycleRouting.h"
 
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QTemporaryDir>
 #include <QTest>

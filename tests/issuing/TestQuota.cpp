@@ -1,5 +1,5 @@
 #include "issuing/Quota.h"
-#include "platform/ScriptedPlatform.h"
+#include "script/ScriptedPlatform.h"
 #include "store/PreferenceKeys.h"
 
 #include <QTemporaryDir>

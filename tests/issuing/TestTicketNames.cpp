@@ -1,4 +1,4 @@
-#include "IssuingFixtures.h"
+#include "support/IssuingFixtures.h"
 #include "issuing/TicketNames.h"
 #include "store/PreferenceKeys.h"
 

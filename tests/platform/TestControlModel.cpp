@@ -2,7 +2,7 @@
 #include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Operator.h"
-#include "platform/ScriptedPlatform.h"
+#include "script/ScriptedPlatform.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #include "printing/PrintStaging.h"
 
-#include "printing/PrintingFixture.h"
+#include "support/PrintingFixture.h"
 
 #include <QTest>
 
@@ -266,7 +266,7 @@ void TestPrintStaging::testPrintTypeIsReadUnderTheHostTitle()
 {
     PrintingFixture f;
     QVERIFY2(f.isValid(), qPrintable(f.error()));
-    f.session.AppTitle = QStringLiteral("Harbour Cafe");
+    f.session.general.AppTitle = QStringLiteral("Harbour Cafe");
     f.setPreference(QStringLiteral("PrintType"), QStringLiteral("1"));
     f.setPreference(QStringLiteral("PrintType"), QStringLiteral("2"), QStringLiteral("Harbour Cafe"));
     f.platform.addRecordingComponent(QStringLiteral("Vellum.Sheets"));

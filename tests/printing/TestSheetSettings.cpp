@@ -2,7 +2,7 @@
 
 #include "store/Preferences.h"
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QTemporaryDir>
 #include <QTest>

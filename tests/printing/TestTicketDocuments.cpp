@@ -1,7 +1,7 @@
 #include "printing/TicketDocuments.h"
 
-#include "printing/HtmlOutline.h"
-#include "printing/PrintingFixture.h"
+#include "support/HtmlOutline.h"
+#include "support/PrintingFixture.h"
 
 #include <QTest>
 

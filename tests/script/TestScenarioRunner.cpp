@@ -3,7 +3,7 @@
 #include "platform/Control.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
-#include "platform/ScriptedPlatform.h"
+#include "script/ScriptedPlatform.h"
 #include "store/Preferences.h"
 
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 #include "store/Connection.h"
 
 #include "store/Recordset.h"
-#include "store/StoreTestDatabase.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QElapsedTimer>
 #include <QFile>

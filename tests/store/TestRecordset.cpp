@@ -2,7 +2,7 @@
 
 #include "store/Connection.h"
 #include "store/Schema.h"
-#include "store/StoreTestDatabase.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "WrittenStatements.h"
+#include "support/WrittenStatements.h"
 #include "store/SqlTokenizer.h"
 #include "store/SqlTranslator.h"
 

@@ -1,6 +1,7 @@
 #include "desktop/views/AccountInfoView.h"
 
 #include "desktop/views/ViewKit.h"
+#include "screens/AccountInfoNames.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
@@ -19,14 +20,14 @@ constexpr int reportHeight = 360;
 QHBoxLayout* searchLine(ViewKit& kit, QWidget& root)
 {
     auto* top = new QHBoxLayout;
-    auto* frame = kit.frame("Frame1", new QGroupBox(&root));
+    auto* frame = kit.frame(accountinfo::Frame1, new QGroupBox(&root));
     auto* options = new QHBoxLayout(frame);
-    addAll(*options, {kit.make("Option1", frame), kit.make("Option2", frame)});
+    addAll(*options, {kit.make(accountinfo::Option1, frame), kit.make(accountinfo::Option2, frame)});
     top->addWidget(frame);
-    auto* entry = kit.make<QLineEdit>("Text2", &root);
+    auto* entry = kit.make<QLineEdit>(accountinfo::Text2, &root);
     if (entry)
         entry->setMinimumWidth(entryWidth);
-    addAll(*top, {kit.label("Label1", &root), entry, kit.make("OKButton", &root)});
+    addAll(*top, {kit.label(accountinfo::Label1, &root), entry, kit.make(accountinfo::OKButton, &root)});
     top->addStretch(1);
     return top;
 }
@@ -34,9 +35,9 @@ QHBoxLayout* searchLine(ViewKit& kit, QWidget& root)
 QHBoxLayout* footLine(ViewKit& kit, QWidget& root)
 {
     auto* foot = new QHBoxLayout;
-    if (QLabel* status = kit.label("Label2", &root))
+    if (QLabel* status = kit.label(accountinfo::Label2, &root))
         foot->addWidget(status, 1);
-    addAll(*foot, {kit.make("Command1", &root), kit.make("CancelButton", &root)});
+    addAll(*foot, {kit.make(accountinfo::Command1, &root), kit.make(accountinfo::CancelButton, &root)});
     return foot;
 }
 
@@ -47,7 +48,7 @@ void buildAccountInfoView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
     layout->addLayout(searchLine(kit, root));
-    if (QPlainTextEdit* report = kit.reportBox("Text1", &root, QSize(reportWidth, reportHeight)))
+    if (QPlainTextEdit* report = kit.reportBox(accountinfo::Text1, &root, QSize(reportWidth, reportHeight)))
         layout->addWidget(report, 1);
     layout->addLayout(footLine(kit, root));
 }

@@ -1,6 +1,7 @@
 #include "desktop/views/ContPassView.h"
 
 #include "desktop/views/ViewKit.h"
+#include "screens/ContPassNames.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
@@ -14,8 +15,8 @@ void buildContPassView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
     auto* fields = formLayout();
-    QLabel* caption = kit.label("lblPassword", &root);
-    auto* password = kit.make<QLineEdit>("txtPassword", &root);
+    QLabel* caption = kit.label(contpass::lblPassword, &root);
+    auto* password = kit.make<QLineEdit>(contpass::txtPassword, &root);
     if (password)
         password->setMinimumWidth(200);
     kit.addRow(*fields, caption, {password});
@@ -23,7 +24,7 @@ void buildContPassView(Form& form, QWidget& root, ViewWidgets& widgets)
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    addAll(*buttons, {kit.make("cmdOK", &root), kit.make("cmdCancel", &root)});
+    addAll(*buttons, {kit.make(contpass::cmdOK, &root), kit.make(contpass::cmdCancel, &root)});
     layout->addLayout(buttons);
     fixWindowSize(root);
 }

@@ -1,6 +1,7 @@
 #include "desktop/views/GenAccView.h"
 
 #include "desktop/views/ViewKit.h"
+#include "issuing/GenAccNames.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
@@ -35,7 +36,7 @@ QFormLayout* bareForm()
 }
 
 // "Hours: [  ]  Min(s): [  ]" with `label` in the label column (a caption or a check box).
-void addTimeRow(ViewKit& kit, QFormLayout& form, QWidget* label, QWidget* page, const char* hours, const char* minutes)
+void addTimeRow(ViewKit& kit, QFormLayout& form, QWidget* label, QWidget* page, const QString& hours, const QString& minutes)
 {
     QWidget* hoursField = sized(kit.make(hours, page), numberFieldWidth);
     QLabel* minutesCaption = kit.caption(minutes, page);
@@ -54,7 +55,7 @@ void addTimeRow(ViewKit& kit, QFormLayout& form, QWidget* label, QWidget* page, 
 
 // The cost: its caption, the currency and the list.
 void addCostRow(
-    ViewKit& kit, QFormLayout& form, QWidget* caption, QWidget* page, const char* currency, const char* cost)
+    ViewKit& kit, QFormLayout& form, QWidget* caption, QWidget* page, const QString& currency, const QString& cost)
 {
     QLabel* currencyLabel = kit.label(currency, page);
     QWidget* costField = sized(kit.make(cost, page), numberFieldWidth);
@@ -63,7 +64,7 @@ void addCostRow(
 
 // The expiry list, its days field and the field's "day(s)" label.
 void addExpiryRow(
-    ViewKit& kit, QFormLayout& form, QWidget* page, const char* expiry, const char* days, const char* daysLabel)
+    ViewKit& kit, QFormLayout& form, QWidget* page, const QString& expiry, const QString& days, const QString& daysLabel)
 {
     QLabel* caption = kit.caption(expiry, page);
     QWidget* expiryList = kit.make(expiry, page);
@@ -73,18 +74,18 @@ void addExpiryRow(
 }
 
 // The column of check boxes beside the fields; the time-period pickers follow them.
-QVBoxLayout* optionColumn(ViewKit& kit, QWidget* page, std::initializer_list<const char*> boxes)
+QVBoxLayout* optionColumn(ViewKit& kit, QWidget* page, std::initializer_list<QString> boxes)
 {
     auto* column = new QVBoxLayout;
-    for (const char* box : boxes)
+    for (const QString& box : boxes)
         addAll(*column, {kit.make(box, page)});
     return column;
 }
 
-QFormLayout* pickerForm(ViewKit& kit, QWidget* page, std::initializer_list<const char*> fields)
+QFormLayout* pickerForm(ViewKit& kit, QWidget* page, std::initializer_list<QString> fields)
 {
     QFormLayout* form = bareForm();
-    for (const char* field : fields)
+    for (const QString& field : fields)
         sized(kit.addRow(*form, field, page), timeFieldWidth);
     return form;
 }
@@ -109,74 +110,74 @@ void layOutPage(QWidget* page, QLayout* fields, QBoxLayout* options, QWidget* bu
 
 QWidget* newTicketPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FNew", new QWidget(area));
+    auto* page = kit.frame(genacc::FNew, new QWidget(area));
 
-    auto* manual = kit.frame("FManual", new QWidget(page));
+    auto* manual = kit.frame(genacc::FManual, new QWidget(page));
     QFormLayout* manualForm = bareForm();
     manual->setLayout(manualForm);
-    sized(kit.addRow(*manualForm, "cboNumber", manual), numberFieldWidth);
-    addTimeRow(kit, *manualForm, nullptr, manual, "cboHours", "cboMinutes");
-    addCostRow(kit, *manualForm, kit.label("lblCost", manual), manual, "lblCurrency", "cboCost");
+    sized(kit.addRow(*manualForm, genacc::cboNumber, manual), numberFieldWidth);
+    addTimeRow(kit, *manualForm, nullptr, manual, genacc::cboHours, genacc::cboMinutes);
+    addCostRow(kit, *manualForm, kit.label(genacc::lblCost, manual), manual, genacc::lblCurrency, genacc::cboCost);
 
-    auto* quick = kit.frame("FQuick", new QGroupBox(page));
+    auto* quick = kit.frame(genacc::FQuick, new QGroupBox(page));
     QFormLayout* quickForm = formLayout(quick);
-    for (const char* list : {"cboTicketType", "cboPages", "cboSizeType"})
+    for (const QString& list : {genacc::cboTicketType, genacc::cboPages, genacc::cboSizeType})
         sized(kit.addRow(*quickForm, list, quick), textFieldWidth);
 
     QFormLayout* more = bareForm();
-    addExpiryRow(kit, *more, page, "cboExpiry", "txtDays", "lblDays");
-    sized(kit.addRow(*more, "txtPrefix", page), numberFieldWidth);
+    addExpiryRow(kit, *more, page, genacc::cboExpiry, genacc::txtDays, genacc::lblDays);
+    sized(kit.addRow(*more, genacc::txtPrefix, page), numberFieldWidth);
     alignLabels({manualForm, more});
 
     // One of the manual and Quick-Ticket frames shows; the other takes no room.
     auto* fields = new QVBoxLayout;
     addAll(*fields, {manual, quick});
     fields->addLayout(more);
-    QVBoxLayout* options = optionColumn(kit, page, {"chkVIP", "chkFlex", "chkTimePeriod", "chkOnce"});
-    options->addLayout(pickerForm(kit, page, {"dtStart", "dtEnd"}));
-    layOutPage(page, fields, options, kit.make("cmdGenerate", page));
+    QVBoxLayout* options = optionColumn(kit, page, {genacc::chkVIP, genacc::chkFlex, genacc::chkTimePeriod, genacc::chkOnce});
+    options->addLayout(pickerForm(kit, page, {genacc::dtStart, genacc::dtEnd}));
+    layOutPage(page, fields, options, kit.make(genacc::cmdGenerate, page));
     return page;
 }
 
 QWidget* customTicketPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FCustom", new QWidget(area));
+    auto* page = kit.frame(genacc::FCustom, new QWidget(area));
     QFormLayout* fields = bareForm();
-    for (const char* text : {"txtCustomUsername", "txtCustomPassword"})
+    for (const QString& text : {genacc::txtCustomUsername, genacc::txtCustomPassword})
         sized(kit.addRow(*fields, text, page), textFieldWidth);
-    addTimeRow(kit, *fields, nullptr, page, "cboCustomHours", "cboCustomMinutes");
-    addCostRow(kit, *fields, kit.caption("cboCustomCost", page), page, "lblCustomCurrency", "cboCustomCost");
-    addExpiryRow(kit, *fields, page, "cboCustomExpiry", "txtCustomDays", "lblCustomDays");
+    addTimeRow(kit, *fields, nullptr, page, genacc::cboCustomHours, genacc::cboCustomMinutes);
+    addCostRow(kit, *fields, kit.caption(genacc::cboCustomCost, page), page, genacc::lblCustomCurrency, genacc::cboCustomCost);
+    addExpiryRow(kit, *fields, page, genacc::cboCustomExpiry, genacc::txtCustomDays, genacc::lblCustomDays);
     QVBoxLayout* options
-        = optionColumn(kit, page, {"chkCustomFlex", "chkCustomVIP", "chkCustomTimePeriod", "chkCustomOnce"});
-    options->addLayout(pickerForm(kit, page, {"dtCustomStart", "dtCustomEnd"}));
-    layOutPage(page, fields, options, kit.make("cmdCreateCustom", page));
+        = optionColumn(kit, page, {genacc::chkCustomFlex, genacc::chkCustomVIP, genacc::chkCustomTimePeriod, genacc::chkCustomOnce});
+    options->addLayout(pickerForm(kit, page, {genacc::dtCustomStart, genacc::dtCustomEnd}));
+    layOutPage(page, fields, options, kit.make(genacc::cmdCreateCustom, page));
     return page;
 }
 
 QWidget* membershipPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FMember", new QWidget(area));
+    auto* page = kit.frame(genacc::FMember, new QWidget(area));
     QFormLayout* fields = bareForm();
-    for (const char* text : {"txtMemberUsername", "txtMemberPassword"})
+    for (const QString& text : {genacc::txtMemberUsername, genacc::txtMemberPassword})
         sized(kit.addRow(*fields, text, page), textFieldWidth);
-    addTimeRow(kit, *fields, kit.make("chkUseTime", page), page, "cboMemberHours", "cboMemberMinutes");
-    addCostRow(kit, *fields, kit.caption("cboMemberCost", page), page, "lblMemberCurrency", "cboMemberCost");
-    QWidget* recharge = kit.make("chkRecharge", page);
-    QWidget* rechargeDays = kit.make("cboRechargeDays", page);
-    QWidget* rechargePeriod = kit.make("cboRechargePeriod", page);
+    addTimeRow(kit, *fields, kit.make(genacc::chkUseTime, page), page, genacc::cboMemberHours, genacc::cboMemberMinutes);
+    addCostRow(kit, *fields, kit.caption(genacc::cboMemberCost, page), page, genacc::lblMemberCurrency, genacc::cboMemberCost);
+    QWidget* recharge = kit.make(genacc::chkRecharge, page);
+    QWidget* rechargeDays = kit.make(genacc::cboRechargeDays, page);
+    QWidget* rechargePeriod = kit.make(genacc::cboRechargePeriod, page);
     kit.addRow(*fields, recharge, {rechargeDays, rechargePeriod});
-    addExpiryRow(kit, *fields, page, "cboMemberExpiry", "txtMemberDays", "lblMemberDays");
-    QVBoxLayout* options = optionColumn(kit, page, {"chkMemberVIP", "chkMemberTimePeriod"});
+    addExpiryRow(kit, *fields, page, genacc::cboMemberExpiry, genacc::txtMemberDays, genacc::lblMemberDays);
+    QVBoxLayout* options = optionColumn(kit, page, {genacc::chkMemberVIP, genacc::chkMemberTimePeriod});
     // The weekday's caption is long: it stands above its list.
-    QLabel* weekdayCaption = kit.caption("cboWeekday", page);
-    QWidget* weekday = kit.make("cboWeekday", page);
+    QLabel* weekdayCaption = kit.caption(genacc::cboWeekday, page);
+    QWidget* weekday = kit.make(genacc::cboWeekday, page);
     if (weekdayCaption)
         weekdayCaption->setBuddy(weekday);
     addAll(*options, {weekdayCaption});
     options->addLayout(line({weekday}));
-    options->addLayout(pickerForm(kit, page, {"dtMemberStart", "dtMemberEnd"}));
-    layOutPage(page, fields, options, kit.make("cmdCreateMember", page));
+    options->addLayout(pickerForm(kit, page, {genacc::dtMemberStart, genacc::dtMemberEnd}));
+    layOutPage(page, fields, options, kit.make(genacc::cmdCreateMember, page));
     return page;
 }
 
@@ -184,13 +185,13 @@ QWidget* membershipPage(ViewKit& kit, QWidget* area)
 // button that lists the selection.
 QGroupBox* selectionFrame(ViewKit& kit, QWidget* page)
 {
-    auto* selection = kit.frame("FSelection", new QGroupBox(page));
+    auto* selection = kit.frame(genacc::FSelection, new QGroupBox(page));
     auto* grid = new QGridLayout(selection);
-    QWidget* all = kit.make("Option1", selection);
-    QWidget* unused = kit.make("Option2", selection);
-    QWidget* used = kit.make("Option3", selection);
+    QWidget* all = kit.make(genacc::Option1, selection);
+    QWidget* unused = kit.make(genacc::Option2, selection);
+    QWidget* used = kit.make(genacc::Option3, selection);
     grid->addLayout(line({all, unused, used}), 0, 0, 1, 2);
-    const char* boxes[][2] = {{"Option4", "Text1"}, {"Option5", "Text5"}};
+    const QString boxes[][2] = {{genacc::Option4, genacc::Text1}, {genacc::Option5, genacc::Text5}};
     int row = 1;
     for (const auto& [option, box] : boxes) {
         QWidget* optionButton = kit.make(option, selection);
@@ -201,14 +202,14 @@ QGroupBox* selectionFrame(ViewKit& kit, QWidget* page)
             grid->addWidget(entry, row, 1, Qt::AlignLeft);
         ++row;
     }
-    if (QWidget* view = kit.make("Command2", selection))
+    if (QWidget* view = kit.make(genacc::Command2, selection))
         grid->addWidget(view, row, 1, Qt::AlignRight);
     return selection;
 }
 
 QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FExist", new QWidget(area));
+    auto* page = kit.frame(genacc::FExist, new QWidget(area));
     auto* layout = new QHBoxLayout(page);
     auto* left = new QVBoxLayout;
     left->addWidget(selectionFrame(kit, page));
@@ -218,7 +219,7 @@ QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
 
     // Text commands that act as links.
     auto* links = new QVBoxLayout;
-    for (const char* command : {"m_search", "m_password", "m_del", "m_change", "m_recharge"}) {
+    for (const QString& command : {genacc::m_search, genacc::m_password, genacc::m_del, genacc::m_change, genacc::m_recharge}) {
         QLabel* link = kit.label(command, page);
         if (!link)
             continue;
@@ -233,7 +234,7 @@ QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
     layout->addStretch(1);
 
     auto* buttons = new QVBoxLayout;
-    addAll(*buttons, {kit.make("Command4", page), kit.make("cmdPrintExisting", page), kit.make("Command10", page)});
+    addAll(*buttons, {kit.make(genacc::Command4, page), kit.make(genacc::cmdPrintExisting, page), kit.make(genacc::Command10, page)});
     buttons->addStretch(1);
     layout->addLayout(buttons);
     return page;
@@ -241,13 +242,13 @@ QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
 
 QWidget* settingsPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FSetting", new QWidget(area));
+    auto* page = kit.frame(genacc::FSetting, new QWidget(area));
     auto* layout = new QVBoxLayout(page);
-    addAll(*layout, {kit.make("chkAutoSave", page), kit.make("chkNoList", page), kit.make("Check4", page)});
+    addAll(*layout, {kit.make(genacc::chkAutoSave, page), kit.make(genacc::chkNoList, page), kit.make(genacc::Check4, page)});
 
-    auto* sizes = kit.frame("FPrintSize", new QGroupBox(page));
+    auto* sizes = kit.frame(genacc::FPrintSize, new QGroupBox(page));
     auto* choices = new QGridLayout(sizes);
-    const char* options[] = {"optSmallPrint", "optMediumPrint", "optLargePrint", "optExport"};
+    const QString options[] = {genacc::optSmallPrint, genacc::optMediumPrint, genacc::optLargePrint, genacc::optExport};
     for (int i = 0; i < 4; ++i) {
         if (QWidget* option = kit.make(options[i], sizes))
             choices->addWidget(option, i / 2, i % 2);
@@ -257,7 +258,7 @@ QWidget* settingsPage(ViewKit& kit, QWidget* area)
 
     auto* bottom = new QHBoxLayout;
     bottom->addStretch(1);
-    addAll(*bottom, {kit.make("cmdPrintSettings", page), kit.make("cmdSaveChanges", page)});
+    addAll(*bottom, {kit.make(genacc::cmdPrintSettings, page), kit.make(genacc::cmdSaveChanges, page)});
     layout->addLayout(bottom);
     return page;
 }
@@ -267,7 +268,7 @@ QWidget* settingsPage(ViewKit& kit, QWidget* area)
 // disabled frame behind never shows through.
 QWidget* progressPanel(ViewKit& kit, QWidget* area)
 {
-    auto* outer = kit.frame("FProgress", new QWidget(area));
+    auto* outer = kit.frame(genacc::FProgress, new QWidget(area));
     auto* outerLayout = new QVBoxLayout(outer);
     outerLayout->setContentsMargins(24, 0, 24, 0);
     auto* panel = new QFrame(outer);
@@ -276,8 +277,8 @@ QWidget* progressPanel(ViewKit& kit, QWidget* area)
     panel->setAutoFillBackground(true);
     auto* inner = new QHBoxLayout(panel);
     inner->setContentsMargins(16, 12, 16, 12);
-    addAll(*inner, {kit.label("Label4", panel)});
-    if (QWidget* bar = kit.make("ProgressBar1", panel))
+    addAll(*inner, {kit.label(genacc::Label4, panel)});
+    if (QWidget* bar = kit.make(genacc::ProgressBar1, panel))
         inner->addWidget(bar, 1);
     outerLayout->addWidget(panel);
     outer->raise();
@@ -286,7 +287,7 @@ QWidget* progressPanel(ViewKit& kit, QWidget* area)
 
 QTableView* ticketGrid(ViewKit& kit, QWidget& root)
 {
-    auto* grid = kit.make<QTableView>("PrintList", &root);
+    auto* grid = kit.make<QTableView>(genacc::PrintList, &root);
     if (grid) {
         // The last column is the empty one: it takes whatever width is left.
         grid->horizontalHeader()->setStretchLastSection(true);
@@ -302,7 +303,7 @@ void buildGenAccView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
 
-    const TabbedArea tabbed = tabbedArea(kit, root, "TabStrip1", QStringLiteral("frameArea"));
+    const TabbedArea tabbed = tabbedArea(kit, root, genacc::TabStrip1, QStringLiteral("frameArea"));
     QWidget* area = tabbed.area;
     for (auto* page : {newTicketPage(kit, area),
              customTicketPage(kit, area),
@@ -318,9 +319,9 @@ void buildGenAccView(Form& form, QWidget& root, ViewWidgets& widgets)
         layout->addWidget(grid, 1);
 
     auto* bottom = new QHBoxLayout;
-    addAll(*bottom, {kit.make("cmdHelp", &root)});
+    addAll(*bottom, {kit.make(genacc::cmdHelp, &root)});
     bottom->addStretch(1);
-    addAll(*bottom, {kit.make("Command6", &root)});
+    addAll(*bottom, {kit.make(genacc::Command6, &root)});
     layout->addLayout(bottom);
 }
 

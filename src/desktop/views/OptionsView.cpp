@@ -1,7 +1,7 @@
 #include "desktop/views/OptionsView.h"
 
 #include "desktop/views/ViewKit.h"
-#include "settings/Options.h"
+#include "screens/OptionsNames.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
@@ -26,10 +26,10 @@ QWidget* sized(QWidget* field, int width)
     return field;
 }
 
-QVBoxLayout* column(ViewKit& kit, QWidget* parent, std::initializer_list<const char*> names)
+QVBoxLayout* column(ViewKit& kit, QWidget* parent, std::initializer_list<QString> names)
 {
     auto* box = new QVBoxLayout;
-    for (const char* name : names)
+    for (const QString& name : names)
         addAll(*box, {kit.make(name, parent)});
     return box;
 }
@@ -39,39 +39,39 @@ QVBoxLayout* serverColumn(ViewKit& kit, QWidget* page)
 {
     auto* left = new QVBoxLayout;
     QFormLayout* codes = formLayout();
-    sized(kit.addRow(*codes, "txtPrefix", page), shortFieldWidth);
-    sized(kit.addRow(*codes, "txtCurrency", page), shortFieldWidth);
+    sized(kit.addRow(*codes, options::txtPrefix, page), shortFieldWidth);
+    sized(kit.addRow(*codes, options::txtCurrency, page), shortFieldWidth);
     left->addLayout(codes);
-    left->addLayout(column(kit, page, {"chkSetTime", "chkShutDownClients", "chkCheckConnection", "chkSameIP"}));
+    left->addLayout(column(kit, page, {options::chkSetTime, options::chkShutDownClients, options::chkCheckConnection, options::chkSameIP}));
     left->addSpacing(8);
     // The adaptor's caption is long: it stands above its list and the text beside it.
-    QLabel* caption = kit.caption("cboBindType", page);
-    QWidget* list = kit.make("cboBindType", page);
+    QLabel* caption = kit.caption(options::cboBindType, page);
+    QWidget* list = kit.make(options::cboBindType, page);
     if (caption)
         caption->setBuddy(list);
     addAll(*left, {caption});
-    left->addLayout(line({list, sized(kit.make("txtBindType", page), bindFieldWidth)}));
+    left->addLayout(line({list, sized(kit.make(options::txtBindType, page), bindFieldWidth)}));
     left->addStretch(1);
     return left;
 }
 
 QGroupBox* passGenFrame(ViewKit& kit, QWidget* page)
 {
-    auto* frame = kit.frame("FPassGenType", new QGroupBox(page));
+    auto* frame = kit.frame(options::FPassGenType, new QGroupBox(page));
     auto* options = new QHBoxLayout(frame);
-    addAll(*options, {kit.make("optNumberOnly", frame), kit.make("optAlphabetOnly", frame), kit.make("optBoth", frame)});
+    addAll(*options, {kit.make(options::optNumberOnly, frame), kit.make(options::optAlphabetOnly, frame), kit.make(options::optBoth, frame)});
     options->addStretch(1);
     return frame;
 }
 
 QGroupBox* portFrame(ViewKit& kit, QWidget* page)
 {
-    auto* frame = kit.frame("FServerPort", new QGroupBox(page));
+    auto* frame = kit.frame(options::FServerPort, new QGroupBox(page));
     auto* rows = new QVBoxLayout(frame);
-    addAll(*rows, {kit.make("optDefaultPort", frame)});
+    addAll(*rows, {kit.make(options::optDefaultPort, frame)});
     rows->addLayout(
-        line({kit.make("optOtherPort", frame), sized(kit.make("txtServerPort", frame), portFieldWidth)}));
-    addAll(*rows, {kit.label("lblPortNote", frame)});
+        line({kit.make(options::optOtherPort, frame), sized(kit.make(options::txtServerPort, frame), portFieldWidth)}));
+    addAll(*rows, {kit.label(options::lblPortNote, frame)});
     return frame;
 }
 
@@ -80,15 +80,15 @@ QVBoxLayout* ticketColumn(ViewKit& kit, QWidget* page)
 {
     auto* right = new QVBoxLayout;
     addAll(*right, {passGenFrame(kit, page), portFrame(kit, page)});
-    right->addLayout(column(kit, page, {"chkLoadStart", "chkFrontDesk", "chkSiteDate"}));
-    right->addLayout(line({kit.make("chkLogLimit", page), sized(kit.make("txtLogLimit", page), shortFieldWidth)}));
+    right->addLayout(column(kit, page, {options::chkLoadStart, options::chkFrontDesk, options::chkSiteDate}));
+    right->addLayout(line({kit.make(options::chkLogLimit, page), sized(kit.make(options::txtLogLimit, page), shortFieldWidth)}));
     right->addStretch(1);
     return right;
 }
 
 QWidget* generalPage(ViewKit& kit, QWidget* area)
 {
-    auto* page = kit.frame("FGeneral", new QWidget(area));
+    auto* page = kit.frame(options::FGeneral, new QWidget(area));
     auto* columns = new QHBoxLayout(page);
     columns->addLayout(serverColumn(kit, page));
     columns->addSpacing(24);
@@ -99,14 +99,14 @@ QWidget* generalPage(ViewKit& kit, QWidget* area)
 QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
 {
     auto* bottom = new QHBoxLayout;
-    if (auto* settings = kit.make<QLineEdit>("txtSettings", &root)) {
+    if (auto* settings = kit.make<QLineEdit>(options::txtSettings, &root)) {
         settings->setFixedWidth(settingsFieldWidth);
         settings->setAlignment(Qt::AlignCenter);
         bottom->addWidget(settings);
     }
-    addAll(*bottom, {kit.make("cmdHelp", &root)});
+    addAll(*bottom, {kit.make(options::cmdHelp, &root)});
     bottom->addStretch(1);
-    addAll(*bottom, {kit.make("cmdOk", &root), kit.make("cmdCancel", &root), kit.make("cmdApply", &root)});
+    addAll(*bottom, {kit.make(options::cmdOk, &root), kit.make(options::cmdCancel, &root), kit.make(options::cmdApply, &root)});
     // Enter presses no button by itself on this screen, so none is drawn as the default one.
     for (auto* button : root.findChildren<QPushButton*>())
         button->setAutoDefault(false);
@@ -120,11 +120,11 @@ void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QVBoxLayout(&root);
 
-    const TabbedArea tabbed = tabbedArea(kit, root, "TabStrip1", QStringLiteral("panelArea"));
+    const TabbedArea tabbed = tabbedArea(kit, root, options::TabStrip1, QStringLiteral("panelArea"));
     addTakingTurns(*tabbed.cell, generalPage(kit, tabbed.area));
     // The other pages' fields come with their own work; their panels already take turns here.
-    for (int flag = 1; flag <= Options::SmsFlag; ++flag)
-        addTakingTurns(*tabbed.cell, kit.frame(Options::panelName(flag), new QWidget(tabbed.area)));
+    for (size_t flag = 1; flag < options::Panels.size(); ++flag)
+        addTakingTurns(*tabbed.cell, kit.frame(options::Panels[flag], new QWidget(tabbed.area)));
     tabbed.layout->addWidget(tabbed.area, 1);
     layout->addLayout(tabbed.layout, 1);
     layout->addLayout(buttonRow(kit, root));

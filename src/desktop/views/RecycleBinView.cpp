@@ -3,6 +3,7 @@
 #include "desktop/ViewFactory.h"
 #include "desktop/views/ViewKit.h"
 #include "platform/Form.h"
+#include "screens/RecycleBinNames.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
@@ -21,14 +22,14 @@ constexpr int statusWidth = 120;
 
 QGroupBox* ticketFrame(ViewKit& kit, QWidget& root)
 {
-    auto* frame = kit.frame("Frame2", new QGroupBox(&root));
+    auto* frame = kit.frame(recyclebin::Frame2, new QGroupBox(&root));
     auto* layout = new QHBoxLayout(frame);
-    if (auto* tickets = kit.make<QListWidget>("List1", frame)) {
+    if (auto* tickets = kit.make<QListWidget>(recyclebin::List1, frame)) {
         tickets->setMinimumWidth(listWidth);
         tickets->setMaximumWidth(listWidth + 60);
         layout->addWidget(tickets);
     }
-    if (QPlainTextEdit* report = kit.reportBox("Text1", frame, QSize(reportWidth, reportHeight)))
+    if (QPlainTextEdit* report = kit.reportBox(recyclebin::Text1, frame, QSize(reportWidth, reportHeight)))
         layout->addWidget(report, 1);
     return frame;
 }
@@ -36,29 +37,29 @@ QGroupBox* ticketFrame(ViewKit& kit, QWidget& root)
 QVBoxLayout* utilityColumn(ViewKit& kit, QWidget& root)
 {
     auto* column = new QVBoxLayout;
-    auto* frame = kit.frame("Frame1", new QGroupBox(&root));
+    auto* frame = kit.frame(recyclebin::Frame1, new QGroupBox(&root));
     auto* buttons = new QVBoxLayout(frame);
     addAll(*buttons,
-        {kit.make("Command4", frame),
-            kit.make("Command1", frame),
-            kit.make("Command2", frame),
-            kit.make("Command7", frame),
-            kit.make("Command6", frame),
-            kit.make("Command3", frame)});
+        {kit.make(recyclebin::Command4, frame),
+            kit.make(recyclebin::Command1, frame),
+            kit.make(recyclebin::Command2, frame),
+            kit.make(recyclebin::Command7, frame),
+            kit.make(recyclebin::Command6, frame),
+            kit.make(recyclebin::Command3, frame)});
     column->addWidget(frame);
     column->addStretch(1);
-    addAll(*column, {kit.make("Command5", &root)});
+    addAll(*column, {kit.make(recyclebin::Command5, &root)});
     return column;
 }
 
 QHBoxLayout* statusLine(ViewKit& kit, QWidget& root)
 {
     auto* status = new QHBoxLayout;
-    if (QLabel* text = kit.label("Label3", &root)) {
+    if (QLabel* text = kit.label(recyclebin::Label3, &root)) {
         text->setMinimumWidth(statusWidth);
         status->addWidget(text);
     }
-    if (QWidget* bar = kit.make("ProgressBar1", &root))
+    if (QWidget* bar = kit.make(recyclebin::ProgressBar1, &root))
         status->addWidget(bar, 1);
     return status;
 }

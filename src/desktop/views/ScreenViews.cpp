@@ -7,17 +7,23 @@
 #include "desktop/views/GenPasstoAccsView.h"
 #include "desktop/views/OptionsView.h"
 #include "desktop/views/RecycleBinView.h"
+#include "issuing/GenAccNames.h"
+#include "screens/AccountInfoNames.h"
+#include "screens/ContPassNames.h"
+#include "screens/GenPasstoAccsNames.h"
+#include "screens/OptionsNames.h"
+#include "screens/RecycleBinNames.h"
 
 namespace marlet {
 
 void registerScreenViews()
 {
-    ViewFactory::add(QStringLiteral("ContPass"), views::buildContPassView);
-    ViewFactory::add(QStringLiteral("GenPasstoAccs"), views::buildGenPasstoAccsView);
-    ViewFactory::add(QStringLiteral("GenAcc"), views::buildGenAccView);
-    ViewFactory::add(QStringLiteral("Options"), views::buildOptionsView);
-    ViewFactory::add(QStringLiteral("RecycleBin"), views::buildRecycleBinView);
-    ViewFactory::add(QStringLiteral("AccountInfo"), views::buildAccountInfoView);
+    ViewFactory::add(contpass::FormName, views::buildContPassView);
+    ViewFactory::add(genpasstoaccs::FormName, views::buildGenPasstoAccsView);
+    ViewFactory::add(genacc::FormName, views::buildGenAccView);
+    ViewFactory::add(options::FormName, views::buildOptionsView);
+    ViewFactory::add(recyclebin::FormName, views::buildRecycleBinView);
+    ViewFactory::add(accountinfo::FormName, views::buildAccountInfoView);
 }
 
 } // namespace marlet

@@ -23,18 +23,18 @@ ViewKit::ViewKit(Form& form, ViewWidgets& widgets)
 {
 }
 
-Control* ViewKit::control(const char* name) const
+Control* ViewKit::control(const QString& name) const
 {
-    return m_form.control(QLatin1String(name));
+    return m_form.control(name);
 }
 
-void ViewKit::place(const char* name, QWidget* widget)
+void ViewKit::place(const QString& name, QWidget* widget)
 {
     if (Control* shown = control(name))
         m_widgets.add(*shown, widget);
 }
 
-QWidget* ViewKit::make(const char* name, QWidget* parent)
+QWidget* ViewKit::make(const QString& name, QWidget* parent)
 {
     const Control* shown = control(name);
     if (!shown)
@@ -49,7 +49,7 @@ QWidget* ViewKit::make(const char* name, QWidget* parent)
     return widget;
 }
 
-QPlainTextEdit* ViewKit::reportBox(const char* name, QWidget* parent, QSize minimum)
+QPlainTextEdit* ViewKit::reportBox(const QString& name, QWidget* parent, QSize minimum)
 {
     constexpr int tabCharacters = 8;
     Control* text = control(name);
@@ -63,7 +63,7 @@ QPlainTextEdit* ViewKit::reportBox(const char* name, QWidget* parent, QSize mini
     return report;
 }
 
-QLabel* ViewKit::label(const char* name, QWidget* parent)
+QLabel* ViewKit::label(const QString& name, QWidget* parent)
 {
     auto* made = make<QLabel>(name, parent);
     if (made) {
@@ -73,7 +73,7 @@ QLabel* ViewKit::label(const char* name, QWidget* parent)
     return made;
 }
 
-QLabel* ViewKit::caption(const char* name, QWidget* parent)
+QLabel* ViewKit::caption(const QString& name, QWidget* parent)
 {
     const Control* field = control(name);
     if (!field)
@@ -84,7 +84,7 @@ QLabel* ViewKit::caption(const char* name, QWidget* parent)
     return text;
 }
 
-QWidget* ViewKit::addRow(QFormLayout& form, const char* name, QWidget* parent)
+QWidget* ViewKit::addRow(QFormLayout& form, const QString& name, QWidget* parent)
 {
     QWidget* field = make(name, parent);
     if (field)
@@ -152,7 +152,7 @@ void alignLabels(std::initializer_list<QFormLayout*> forms)
     }
 }
 
-TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const char* tabStrip, const QString& areaName)
+TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const QString& tabStrip, const QString& areaName)
 {
     TabbedArea tabbed;
     tabbed.layout = new QVBoxLayout;

@@ -32,36 +32,36 @@ public:
     ViewKit(Form& form, ViewWidgets& widgets);
 
     // The widget that shows the named control, of the kind the binder drives, inside `parent`.
-    QWidget* make(const char* name, QWidget* parent);
+    QWidget* make(const QString& name, QWidget* parent);
     template<typename T>
-    T* make(const char* name, QWidget* parent)
+    T* make(const QString& name, QWidget* parent)
     {
         return qobject_cast<T*>(make(name, parent));
     }
     // A text box of several lines for a report that the screen writes: no wrapping, and tabs of
     // eight characters, as the report lines up its values with them.
-    QPlainTextEdit* reportBox(const char* name, QWidget* parent, QSize minimum);
+    QPlainTextEdit* reportBox(const QString& name, QWidget* parent, QSize minimum);
     // A label control placed beside a field: one line, centred on the field.
-    QLabel* label(const char* name, QWidget* parent);
+    QLabel* label(const QString& name, QWidget* parent);
     // A frame of the form shown as `widget` (a page, a panel, a group box); returns it.
     template<typename T>
-    T* frame(const char* name, T* widget)
+    T* frame(const QString& name, T* widget)
     {
         place(name, widget);
         return widget;
     }
 
     // A label with the caption beside the named field, whose mnemonic focuses that field.
-    QLabel* caption(const char* name, QWidget* parent);
+    QLabel* caption(const QString& name, QWidget* parent);
     // Adds "caption: field" for the named field; returns the field's widget.
-    QWidget* addRow(QFormLayout& form, const char* name, QWidget* parent);
+    QWidget* addRow(QFormLayout& form, const QString& name, QWidget* parent);
     // Adds a row whose label is `label` and whose field is the widgets given, side by side.
     void addRow(QFormLayout& form, QWidget* label, std::initializer_list<QWidget*> fields);
 
 private:
     // Names the widget that shows the control.
-    void place(const char* name, QWidget* widget);
-    Control* control(const char* name) const;
+    void place(const QString& name, QWidget* widget);
+    Control* control(const QString& name) const;
 
     Form& m_form;
     ViewWidgets& m_widgets;
@@ -85,7 +85,7 @@ struct TabbedArea
     QWidget* area = nullptr;
     QGridLayout* cell = nullptr;
 };
-TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const char* tabStrip, const QString& areaName);
+TabbedArea tabbedArea(ViewKit& kit, QWidget& root, const QString& tabStrip, const QString& areaName);
 // Adds a page to the area's cell: a hidden page keeps its size, so the window does not jump when
 // the pages change.
 void addTakingTurns(QGridLayout& cell, QWidget* page);

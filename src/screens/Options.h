@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/Form.h"
+#include "screens/OptionsTab.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace marlet {
+
+class Session;
+
+// The settings screen: ten tabs over their panels, each page loaded on the first visit of its tab,
+// one Apply that checks and then saves the loaded pages in a fixed order, Ok, Cancel, and the
+// question about the clients when the screen closes. The pages themselves are OptionsTab objects.
+class Options : public Form
+{
+public:
+    // Tab-loaded flags: 0 to 9 belong to the tabs, 10 to the SMS panel, 11 to 13 to nothing.
+    static constexpr int FlagCount = 14;
+    static constexpr int SmsFlag = 10;
+
+    explicit Options(Session& session);
+    ~Options() override;
+
+    Session& session() const { return m_session; }
+
+    bool tabLoaded(int flag) const;
+    // A change of the field enables Apply, once the page of that flag has been loaded: the page's
+    // own load changes its fields while the flag is still clear, and marks nothing.
+    void trackChanges(Control& field, int flag);
+    // Selects the tab that shows the page of that flag, wherever it stands. False when no tab does.
+    bool selectTab(int flag);
+    // The Apply button's work: the checks of the loaded pages, then their saving.
+    void applySettings();
+
+protected:
+    void build() override;
+
+private:
+    void buildTabs();
+    void buildButtons();
+    void buildSettingsField();
+
+    void open();
+    void switchTab();
+    bool checkPages();
+    void savePages();
+    void ok();
+    void askAboutClients();
+    void setApplyEnabled(bool enabled);
+
+    Session& m_session;
+    std::array<bool, FlagCount> m_tabLoaded {};
+    // The page flag of each tab, by position; the User Account tab may be left out.
+    std::vector<int> m_tabFlags;
+    std::array<std::unique_ptr<OptionsTab>, SmsFlag + 1> m_pages;
+    std::array<Control*, SmsFlag + 1> m_panels {};
+};
+
+} // namespace marlet

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+// The control names of the settings screen, page by page, shared by the screen, its pages and its
+// desktop view. A rule of one page may reach a field of another by its name here; a page not built
+// yet has no such control, and the rule finds none.
+namespace marlet::options {
+
+// The screen's own name, by which the front end finds its view.
+inline const QString FormName = QStringLiteral("Options");
+
+// The tab strip, the buttons and the settings field with its menu.
+inline const QString TabStrip1 = QStringLiteral("TabStrip1");
+inline const QString cmdHelp = QStringLiteral("cmdHelp");
+inline const QString cmdOk = QStringLiteral("cmdOk");
+inline const QString cmdCancel = QStringLiteral("cmdCancel");
+inline const QString cmdApply = QStringLiteral("cmdApply");
+inline const QString txtSettings = QStringLiteral("txtSettings");
+inline const QString m_Settings = QStringLiteral("m_Settings");
+inline const QString m_SaveToFile = QStringLiteral("m_SaveToFile");
+inline const QString m_LoadFromFile = QStringLiteral("m_LoadFromFile");
+inline const QString m_SettingsCancel = QStringLiteral("m_SettingsCancel");
+
+// The panels of the pages, by the page's tab-loaded flag; FSMS is shown by no tab.
+inline const QString FGeneral = QStringLiteral("FGeneral");
+inline const QString FUserAccount = QStringLiteral("FUserAccount");
+inline const QString FTicketSetting = QStringLiteral("FTicketSetting");
+inline const QString FMaintenance = QStringLiteral("FMaintenance");
+inline const QString FAutomatedAction = QStringLiteral("FAutomatedAction");
+inline const QString FClientOption = QStringLiteral("FClientOption");
+inline const QString FPrintMonitor = QStringLiteral("FPrintMonitor");
+inline const QString FQuickTicket = QStringLiteral("FQuickTicket");
+inline const QString FIncludeExclude = QStringLiteral("FIncludeExclude");
+inline const QString FPOS = QStringLiteral("FPOS");
+inline const QString FSMS = QStringLiteral("FSMS");
+
+// General: ticket prefix and currency, the switches towards the clients and the adaptor to bind to.
+inline const QString txtPrefix = QStringLiteral("txtPrefix");
+inline const QString txtCurrency = QStringLiteral("txtCurrency");
+inline const QString chkSetTime = QStringLiteral("chkSetTime");
+inline const QString chkShutDownClients = QStringLiteral("chkShutDownClients");
+inline const QString chkCheckConnection = QStringLiteral("chkCheckConnection");
+inline const QString chkSameIP = QStringLiteral("chkSameIP");
+inline const QString cboBindType = QStringLiteral("cboBindType");
+inline const QString txtBindType = QStringLiteral("txtBindType");
+
+// General: the characters of generated tickets and the server's port.
+inline const QString FPassGenType = QStringLiteral("FPassGenType");
+inline const QString optNumberOnly = QStringLiteral("optNumberOnly");
+inline const QString optAlphabetOnly = QStringLiteral("optAlphabetOnly");
+inline const QString optBoth = QStringLiteral("optBoth");
+inline const QString FServerPort = QStringLiteral("FServerPort");
+inline const QString optDefaultPort = QStringLiteral("optDefaultPort");
+inline const QString optOtherPort = QStringLiteral("optOtherPort");
+inline const QString txtServerPort = QStringLiteral("txtServerPort");
+inline const QString lblPortNote = QStringLiteral("lblPortNote");
+
+// General: start-up, front desk, site date and the login limit of generated tickets.
+inline const QString chkLoadStart = QStringLiteral("chkLoadStart");
+inline const QString chkFrontDesk = QStringLiteral("chkFrontDesk");
+inline const QString chkSiteDate = QStringLiteral("chkSiteDate");
+inline const QString chkLogLimit = QStringLiteral("chkLogLimit");
+inline const QString txtLogLimit = QStringLiteral("txtLogLimit");
+
+// Ticket Setting: the external database port, which the server port may not equal, and the start
+// of the night time, which a failed login limit check tries to focus.
+inline const QString txtExternalPort = QStringLiteral("txtExternalPort");
+inline const QString dtNightStart = QStringLiteral("dtNightStart");
+
+// The panel of each page, by flag.
+inline const std::array<QString, 11> Panels {
+    FGeneral, FUserAccount, FTicketSetting, FMaintenance, FAutomatedAction, FClientOption, FPrintMonitor, FQuickTicket,
+    FIncludeExclude, FPOS, FSMS};
+
+} // namespace marlet::options
