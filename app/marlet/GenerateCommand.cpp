@@ -1,7 +1,8 @@
 #include "GenerateCommand.h"
 
-#include "component/Component.h"
 #include "HostOptions.h"
+
+#include "component/Component.h"
 #include "issuing/TicketRow.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
@@ -9,6 +10,7 @@
 #include "platform/TerminalPlatform.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
+#include "values/HostFlags.h"
 
 #include <QCoreApplication>
 
@@ -188,7 +190,7 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
     component.timerDll().LoadGenAcc(options.value(QStringLiteral("db")),
                                     options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
                                     options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
-                                    options.flag(QStringLiteral("power")) ? qint16(-1) : qint16(0),
+                                    flag(options.flag(QStringLiteral("power"))),
                                     options.value(QStringLiteral("path")));
     if (!driver.gatePassed()) {
         err << "marlet generate: the password gate refused: " << driver.lastWarning() << Qt::endl;

@@ -1,12 +1,14 @@
 #include "HostCommands.h"
 
-#include "component/Component.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
+
+#include "component/Component.h"
 #include "platform/TerminalPlatform.h"
 #include "script/EntryOperations.h"
 #include "script/ScenarioRunner.h"
 #include "store/DatabaseInit.h"
+#include "values/HostFlags.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -62,11 +64,6 @@ Surface makeSurface(int& argc, char** argv, bool headless, QTextStream& out)
     return surface;
 }
 
-qint16 flagOption(const HostOptions& options, const QString& name)
-{
-    return options.flag(name) ? qint16(-1) : qint16(0);
-}
-
 int runEntryOperation(const QString& command, const HostOptions& options, Component& component)
 {
     TimerDll& dll = component.timerDll();
@@ -74,7 +71,7 @@ int runEntryOperation(const QString& command, const HostOptions& options, Compon
     const QString app = options.value(QStringLiteral("app"), defaultAppTitle);
     const QString user = options.value(QStringLiteral("user"));
     const QString path = options.value(QStringLiteral("path"));
-    const qint16 power = flagOption(options, QStringLiteral("power"));
+    const qint16 power = flag(options.flag(QStringLiteral("power")));
     if (command == QLatin1String("load-account-info")) {
         dll.LoadAccountInfo(cn1, app, options.value(QStringLiteral("ticket")));
     } else if (command == QLatin1String("load-options")) {
@@ -88,7 +85,7 @@ int runEntryOperation(const QString& command, const HostOptions& options, Compon
                         qint16(options.value(QStringLiteral("max"), QStringLiteral("5")).toInt()),
                         options.value(QStringLiteral("ports")),
                         options.value(QStringLiteral("port-name")),
-                        flagOption(options, QStringLiteral("hide-account")));
+                        flag(options.flag(QStringLiteral("hide-account"))));
         QTextStream(stdout) << "tPower=" << tPower << " ClientUp=" << clientUp << Qt::endl;
     } else if (command == QLatin1String("load-gen-ac")) {
         dll.LoadGenAc(cn1, app, user, power, path);

@@ -2,6 +2,7 @@
 
 #include "component/Component.h"
 #include "script/ScriptedPlatform.h"
+#include "values/HostFlags.h"
 
 #include <QFileInfo>
 
@@ -33,7 +34,7 @@ struct RunComponent
 qint16 flagArgument(const ScenarioArguments& arguments, const QString& name)
 {
     const QString value = arguments.value(name, QStringLiteral("0")).toLower();
-    return value == QLatin1String("0") || value == QLatin1String("false") ? qint16(0) : qint16(-1);
+    return flag(value != QLatin1String("0") && value != QLatin1String("false"));
 }
 
 struct Common
