@@ -48,10 +48,8 @@ QStringList includeViolations(const QString& root, const QList<LayerFolder>& fol
     }
     QStringList violations;
     for (const LayerFolder& folder : folders) {
-        QDirIterator files(QDir(root).filePath(folder.directory),
-                           {u"*.cpp"_s, u"*.h"_s},
-                           QDir::Files,
-                           QDirIterator::Subdirectories);
+        QDirIterator files(
+            QDir(root).filePath(folder.directory), {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString path = files.next();
             QFile file(path);
@@ -203,11 +201,10 @@ void TestLayers::testAnUpwardIncludeIsReported()
     QTemporaryDir root;
     writeFile(root.filePath(u"src/low/Low.h"_s), "#pragma once\n#include \"low/Other.h\"\n#include \"high/High.h\"\n");
     writeFile(root.filePath(u"src/high/High.h"_s), "#pragma once\n#include \"low/Low.h\"\n#include <QString>\n");
-    const QList<LayerFolder> folders = {{u"src/low"_s, u"low"_s, {u"low"_s}},
-                                        {u"src/high"_s, u"high"_s, {u"high"_s, u"low"_s}}};
+    const QList<LayerFolder> folders
+        = {{u"src/low"_s, u"low"_s, {u"low"_s}}, {u"src/high"_s, u"high"_s, {u"high"_s, u"low"_s}}};
     const QStringList violations = includeViolations(root.path(), folders);
-    QCOMPARE(violations,
-             QStringList {u"src/low/Low.h:3: includes from \"high\", which its library does not link"_s});
+    QCOMPARE(violations, QStringList {u"src/low/Low.h:3: includes from \"high\", which its library does not link"_s});
 }
 
 void TestLayers::testAnIncludeOfAnUnknownFolderIsReported()
@@ -216,14 +213,14 @@ void TestLayers::testAnIncludeOfAnUnknownFolderIsReported()
     writeFile(root.filePath(u"src/low/Low.cpp"_s), "#include \"Low.h\"\n#include \"elsewhere/Thing.h\"\n");
     const QList<LayerFolder> folders = {{u"src/low"_s, u"low"_s, {u"low"_s}}};
     QCOMPARE(includeViolations(root.path(), folders),
-             QStringList {u"src/low/Low.cpp:2: includes from \"elsewhere\", which is no folder of the layers"_s});
+        QStringList {u"src/low/Low.cpp:2: includes from \"elsewhere\", which is no folder of the layers"_s});
 }
 
 void TestLayers::testFoldersThatUseEachOtherAreReported()
 {
     const QList<LayerFolder> folders = {{u"src/a"_s, u"a"_s, {u"a"_s, u"b"_s}},
-                                        {u"src/b"_s, u"b"_s, {u"a"_s, u"b"_s}},
-                                        {u"src/c"_s, u"c"_s, {u"a"_s, u"c"_s}}};
+        {u"src/b"_s, u"b"_s, {u"a"_s, u"b"_s}},
+        {u"src/c"_s, u"c"_s, {u"a"_s, u"c"_s}}};
     QCOMPARE(cycleViolations(folders), QStringList {u"a and b use each other"_s});
 }
 

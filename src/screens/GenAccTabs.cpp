@@ -33,7 +33,8 @@ void filterEntryKeys(Control& box)
 void GenAcc::buildNewTab(Control& frame)
 {
     Control& manual = addToFrame(frame, ControlKind::Frame, genacc::FManual);
-    Control& number = addToFrame(manual, ControlKind::ComboBox, genacc::cboNumber, QStringLiteral("Number of Ticket(s):"));
+    Control& number
+        = addToFrame(manual, ControlKind::ComboBox, genacc::cboNumber, QStringLiteral("Number of Ticket(s):"));
     Control& hours = addToFrame(manual, ControlKind::ComboBox, genacc::cboHours, QStringLiteral("Hours:"));
     Control& minutes = addToFrame(manual, ControlKind::ComboBox, genacc::cboMinutes, QStringLiteral("Min(s):"));
     addToFrame(manual, ControlKind::Label, genacc::lblCost);
@@ -48,8 +49,8 @@ void GenAcc::buildNewTab(Control& frame)
             number.setText(QStringLiteral("50"));
             platform().messageBox(QStringLiteral("A numeric Value is required! (eg. 123)"), MsgStyle::Warning);
         } else if (values::leadingNumber(number.text()) > 999) {
-            platform().messageBox(QStringLiteral("You can't generate more than 999 tickets at a time!"),
-                                  MsgStyle::Warning);
+            platform().messageBox(
+                QStringLiteral("You can't generate more than 999 tickets at a time!"), MsgStyle::Warning);
             number.setText(QStringLiteral("999"));
         }
     };
@@ -89,10 +90,10 @@ void GenAcc::buildNewTab(Control& frame)
     genacc::wireVip(*this, vip, nullptr);
     // On the screen, read by nothing.
     addToFrame(frame, ControlKind::CheckBox, genacc::chkFlex, QStringLiteral("Make Ticket(s) in FlexTicket"));
-    Control& period = addToFrame(frame, ControlKind::CheckBox, genacc::chkTimePeriod,
-                            QStringLiteral("Use ticket(s) within Time Period"));
-    Control& once = addToFrame(frame, ControlKind::CheckBox, genacc::chkOnce,
-                          QStringLiteral("Use Ticket Only &Once (i.e. Night Ticket)"));
+    Control& period = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkTimePeriod, QStringLiteral("Use ticket(s) within Time Period"));
+    Control& once = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkOnce, QStringLiteral("Use Ticket Only &Once (i.e. Night Ticket)"));
     Control& start = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtStart, QStringLiteral("Start Time:"));
     Control& end = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtEnd, QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, &once, start, end);
@@ -100,14 +101,16 @@ void GenAcc::buildNewTab(Control& frame)
     end.onChange = [this] { saveNightTime(false); };
 
     addToFrame(frame, ControlKind::CommandButton, genacc::cmdGenerate, QStringLiteral("&Generate New Ticket(s)"))
-        .onClick = [this] { BatchGeneration(*this).run(); };
+        .onClick
+        = [this] { BatchGeneration(*this).run(); };
 }
 
 void GenAcc::buildCustomTab(Control& frame)
 {
-    Control& user = addToFrame(frame, ControlKind::TextBox, genacc::txtCustomUsername, QStringLiteral("Ticket Username:"));
-    Control& password = addToFrame(frame, ControlKind::TextBox, genacc::txtCustomPassword,
-                              QStringLiteral("Ticket Password:"));
+    Control& user
+        = addToFrame(frame, ControlKind::TextBox, genacc::txtCustomUsername, QStringLiteral("Ticket Username:"));
+    Control& password
+        = addToFrame(frame, ControlKind::TextBox, genacc::txtCustomPassword, QStringLiteral("Ticket Password:"));
     user.setMaxLength(10);
     for (Control* field : {&user, &password})
         genacc::filterTicketTextKeys(*field);
@@ -131,23 +134,29 @@ void GenAcc::buildCustomTab(Control& frame)
 
     // On the screen, read by nothing.
     addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomFlex, QStringLiteral("Make Ticket into FlexTicket"));
-    Control& vip = addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomVIP, QStringLiteral("Make ticket into VIP"));
+    Control& vip
+        = addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomVIP, QStringLiteral("Make ticket into VIP"));
     genacc::wireVip(*this, vip, &user);
-    Control& period = addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomTimePeriod,
-                            QStringLiteral("Use ticket within Time Period"));
-    Control& once = addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomOnce, QStringLiteral("Use Ticket Only &Once"));
-    Control& start = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtCustomStart, QStringLiteral("Start Time:"));
+    Control& period = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkCustomTimePeriod, QStringLiteral("Use ticket within Time Period"));
+    Control& once
+        = addToFrame(frame, ControlKind::CheckBox, genacc::chkCustomOnce, QStringLiteral("Use Ticket Only &Once"));
+    Control& start
+        = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtCustomStart, QStringLiteral("Start Time:"));
     Control& end = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtCustomEnd, QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, &once, start, end);
-    addToFrame(frame, ControlKind::CommandButton, genacc::cmdCreateCustom, QStringLiteral("Create a Customized New Ticket"))
-        .onClick = [this] { CustomTicket(*this).run(); };
+    addToFrame(
+        frame, ControlKind::CommandButton, genacc::cmdCreateCustom, QStringLiteral("Create a Customized New Ticket"))
+        .onClick
+        = [this] { CustomTicket(*this).run(); };
 }
 
 void GenAcc::buildMemberTab(Control& frame)
 {
-    Control& user = addToFrame(frame, ControlKind::TextBox, genacc::txtMemberUsername, QStringLiteral("Ticket Username:"));
-    Control& password = addToFrame(frame, ControlKind::TextBox, genacc::txtMemberPassword,
-                              QStringLiteral("Ticket Password:"));
+    Control& user
+        = addToFrame(frame, ControlKind::TextBox, genacc::txtMemberUsername, QStringLiteral("Ticket Username:"));
+    Control& password
+        = addToFrame(frame, ControlKind::TextBox, genacc::txtMemberPassword, QStringLiteral("Ticket Password:"));
     user.setMaxLength(10);
     for (Control* field : {&user, &password})
         genacc::filterTicketTextKeys(*field);
@@ -164,7 +173,8 @@ void GenAcc::buildMemberTab(Control& frame)
     genacc::wireHoursCheck(*this, hours);
     genacc::wireCostList(*this, cost);
 
-    Control& recharge = addToFrame(frame, ControlKind::CheckBox, genacc::chkRecharge, QStringLiteral("Recharge Ticket every"));
+    Control& recharge
+        = addToFrame(frame, ControlKind::CheckBox, genacc::chkRecharge, QStringLiteral("Recharge Ticket every"));
     Control& rechargeDays = addToFrame(frame, ControlKind::ComboBox, genacc::cboRechargeDays);
     Control& rechargePeriod = addToFrame(frame, ControlKind::ComboBox, genacc::cboRechargePeriod);
     recharge.onClick = [&recharge, &rechargeDays, &rechargePeriod] {
@@ -192,13 +202,15 @@ void GenAcc::buildMemberTab(Control& frame)
 
     Control& vip = addToFrame(frame, ControlKind::CheckBox, genacc::chkMemberVIP, QStringLiteral("Make ticket in VIP"));
     genacc::wireVip(*this, vip, &user);
-    Control& period = addToFrame(frame, ControlKind::CheckBox, genacc::chkMemberTimePeriod,
-                            QStringLiteral("Use ticket within Time Period"));
+    Control& period = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkMemberTimePeriod, QStringLiteral("Use ticket within Time Period"));
     addToFrame(frame, ControlKind::ComboBox, genacc::cboWeekday, QStringLiteral("Use only on this Day of the Week:"));
-    Control& start = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtMemberStart, QStringLiteral("Start Time:"));
+    Control& start
+        = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtMemberStart, QStringLiteral("Start Time:"));
     Control& end = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtMemberEnd, QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, nullptr, start, end);
-    addToFrame(frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"));
+    addToFrame(
+        frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"));
 }
 
 void GenAcc::buildExistingTab(Control& frame)
@@ -206,29 +218,27 @@ void GenAcc::buildExistingTab(Control& frame)
     buildSelection(frame);
     buildGridMenu();
     buildTextCommands(frame);
-    addToFrame(frame, ControlKind::CommandButton, genacc::Command4, QStringLiteral("&Delete Selection")).onClick = [this] {
-        TicketDeletion(*this).deleteSelection();
-    };
-    Control& printExisting =
-        addToFrame(frame, ControlKind::CommandButton, genacc::cmdPrintExisting, QStringLiteral("&Print Existing Ticket"));
+    addToFrame(frame, ControlKind::CommandButton, genacc::Command4, QStringLiteral("&Delete Selection")).onClick
+        = [this] { TicketDeletion(*this).deleteSelection(); };
+    Control& printExisting = addToFrame(
+        frame, ControlKind::CommandButton, genacc::cmdPrintExisting, QStringLiteral("&Print Existing Ticket"));
     printExisting.setToolTip(QStringLiteral("Print existing tickets"));
     printExisting.onClick = [this] { printExistingTickets(); };
-    addToFrame(frame, ControlKind::CommandButton, genacc::Command10, QStringLiteral("Recycle &Bin")).onClick = [this] {
-        m_screens.showRecycleBin();
-    };
+    addToFrame(frame, ControlKind::CommandButton, genacc::Command10, QStringLiteral("Recycle &Bin")).onClick
+        = [this] { m_screens.showRecycleBin(); };
 }
 
 void GenAcc::buildSelection(Control& frame)
 {
     Control& selection = addToFrame(frame, ControlKind::Frame, genacc::FSelection, QStringLiteral("Selection"));
     const QString captions[] = {QStringLiteral("&All"),
-                                QStringLiteral("Un&used"),
-                                QStringLiteral("U&sed"),
-                                QStringLiteral("By &Time"),
-                                QStringLiteral("By Ticket Group")};
+        QStringLiteral("Un&used"),
+        QStringLiteral("U&sed"),
+        QStringLiteral("By &Time"),
+        QStringLiteral("By Ticket Group")};
     for (int option = 1; option <= int(genacc::SelectionOptions.size()); ++option) {
-        Control& button = addToFrame(selection, ControlKind::OptionButton, genacc::SelectionOptions[option - 1],
-                                     captions[option - 1]);
+        Control& button = addToFrame(
+            selection, ControlKind::OptionButton, genacc::SelectionOptions[option - 1], captions[option - 1]);
         button.onClick = [this, option] { TicketListing(*this).chooseOption(option); };
     }
     Control& time = addToFrame(selection, ControlKind::TextBox, genacc::Text1, QStringLiteral("Minutes:"));
@@ -249,8 +259,8 @@ void GenAcc::buildSelection(Control& frame)
     Control& group = addToFrame(selection, ControlKind::TextBox, genacc::Text5, QStringLiteral("Ticket Group:"));
     group.setMaxLength(12);
     filterEntryKeys(group);
-    addToFrame(selection, ControlKind::CommandButton, genacc::Command2, QStringLiteral("&View Selection")).onClick =
-        [this] { TicketListing(*this).viewSelection(); };
+    addToFrame(selection, ControlKind::CommandButton, genacc::Command2, QStringLiteral("&View Selection")).onClick
+        = [this] { TicketListing(*this).viewSelection(); };
 
     Control& grid = (*this)[genacc::PrintList];
     grid.onClick = [this] { TicketListing(*this).rowClicked(); };
@@ -266,16 +276,14 @@ void GenAcc::buildGridMenu()
         entry.setParentMenu(&menu);
         return entry;
     };
-    item(genacc::m_searchs, QStringLiteral("&Search for Ticket...")).onClick = [this] {
-        TicketSearch(*this).search(SearchByUsername);
-    };
-    item(genacc::m_Dels, QStringLiteral("&Delete Ticket")).onClick = [this] { TicketDeletion(*this).deleteGridTicket(); };
-    item(genacc::m_Rec, QStringLiteral("&Recharge Ticket")).onClick = [this] {
-        TicketRecharge(*this).recharge(TicketSource::GridRow);
-    };
-    item(genacc::m_ChangePass, QStringLiteral("Change Ticket's &Password")).onClick = [this] {
-        TicketSearch(*this).changePassword(TicketSource::GridRow);
-    };
+    item(genacc::m_searchs, QStringLiteral("&Search for Ticket...")).onClick
+        = [this] { TicketSearch(*this).search(SearchByUsername); };
+    item(genacc::m_Dels, QStringLiteral("&Delete Ticket")).onClick
+        = [this] { TicketDeletion(*this).deleteGridTicket(); };
+    item(genacc::m_Rec, QStringLiteral("&Recharge Ticket")).onClick
+        = [this] { TicketRecharge(*this).recharge(TicketSource::GridRow); };
+    item(genacc::m_ChangePass, QStringLiteral("Change Ticket's &Password")).onClick
+        = [this] { TicketSearch(*this).changePassword(TicketSource::GridRow); };
     item(genacc::m_separator, QStringLiteral("-"));
     item(genacc::m_cancel, QStringLiteral("Can&cel"));
 }
@@ -288,7 +296,7 @@ void GenAcc::buildTextCommands(Control& frame)
         Control& label = addToFrame(frame, ControlKind::Label, name, caption);
         label.onMouseMove = [this, &label](int, int, int, int) {
             for (const QString& other :
-                 {genacc::m_search, genacc::m_password, genacc::m_del, genacc::m_change, genacc::m_recharge})
+                {genacc::m_search, genacc::m_password, genacc::m_del, genacc::m_change, genacc::m_recharge})
                 (*this)[other].setForeColor(Colour::Black);
             label.setForeColor(Hover);
         };
@@ -296,40 +304,41 @@ void GenAcc::buildTextCommands(Control& frame)
         label.onMouseUp = [&label](int, int, int, int) { label.setForeColor(Hover); };
         return label;
     };
-    command(genacc::m_search, QStringLiteral("Search for a Ticket by Username")).onClick = [this] {
-        TicketSearch(*this).search(SearchByUsername);
-    };
-    command(genacc::m_password, QStringLiteral("Search for a Ticket by Password")).onClick = [this] {
-        TicketSearch(*this).search(SearchByPassword);
-    };
-    command(genacc::m_del, QStringLiteral("Delete a Ticket by Username")).onClick = [this] {
-        TicketDeletion(*this).deleteByUsername();
-    };
-    command(genacc::m_change, QStringLiteral("Change Password of a Ticket")).onClick = [this] {
-        TicketSearch(*this).changePassword(TicketSource::Typed);
-    };
-    command(genacc::m_recharge, QStringLiteral("Recharge a Ticket")).onClick = [this] {
-        TicketRecharge(*this).recharge(TicketSource::Typed);
-    };
+    command(genacc::m_search, QStringLiteral("Search for a Ticket by Username")).onClick
+        = [this] { TicketSearch(*this).search(SearchByUsername); };
+    command(genacc::m_password, QStringLiteral("Search for a Ticket by Password")).onClick
+        = [this] { TicketSearch(*this).search(SearchByPassword); };
+    command(genacc::m_del, QStringLiteral("Delete a Ticket by Username")).onClick
+        = [this] { TicketDeletion(*this).deleteByUsername(); };
+    command(genacc::m_change, QStringLiteral("Change Password of a Ticket")).onClick
+        = [this] { TicketSearch(*this).changePassword(TicketSource::Typed); };
+    command(genacc::m_recharge, QStringLiteral("Recharge a Ticket")).onClick
+        = [this] { TicketRecharge(*this).recharge(TicketSource::Typed); };
 }
 
 void GenAcc::buildSettingsTab(Control& frame)
 {
-    Control& autoSave = addToFrame(frame, ControlKind::CheckBox, genacc::chkAutoSave,
-                              QStringLiteral("Automatically &Save Generated Tickets"));
-    Control& noList = addToFrame(frame, ControlKind::CheckBox, genacc::chkNoList,
-                            QStringLiteral("Don't Display Ticket(s) when Generating"));
-    Control& noPassList = addToFrame(frame, ControlKind::CheckBox, genacc::Check4,
-                                QStringLiteral("Don't Show Password of Ticket(s) when Listing"));
+    Control& autoSave = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkAutoSave, QStringLiteral("Automatically &Save Generated Tickets"));
+    Control& noList = addToFrame(
+        frame, ControlKind::CheckBox, genacc::chkNoList, QStringLiteral("Don't Display Ticket(s) when Generating"));
+    Control& noPassList = addToFrame(
+        frame, ControlKind::CheckBox, genacc::Check4, QStringLiteral("Don't Show Password of Ticket(s) when Listing"));
     Control& sizes = addToFrame(frame, ControlKind::Frame, genacc::FPrintSize, QStringLiteral("Ticket Print Size"));
     Control& small = addToFrame(sizes, ControlKind::OptionButton, genacc::optSmallPrint, QStringLiteral("Small Print"));
-    Control& medium = addToFrame(sizes, ControlKind::OptionButton, genacc::optMediumPrint, QStringLiteral("Medium Print"));
+    Control& medium
+        = addToFrame(sizes, ControlKind::OptionButton, genacc::optMediumPrint, QStringLiteral("Medium Print"));
     Control& large = addToFrame(sizes, ControlKind::OptionButton, genacc::optLargePrint, QStringLiteral("Large Print"));
-    Control& exportFile = addToFrame(sizes, ControlKind::OptionButton, genacc::optExport, QStringLiteral("Export to File"));
-    addToFrame(frame, ControlKind::CommandButton, genacc::cmdPrintSettings,
-          QStringLiteral("More Ticket, Quick-Ticket, FlexTicket Settings"))
-        .onClick = [this] { openPrintSettings(); };
-    Control& save = addToFrame(frame, ControlKind::CommandButton, genacc::cmdSaveChanges, QStringLiteral("Save Changes"));
+    Control& exportFile
+        = addToFrame(sizes, ControlKind::OptionButton, genacc::optExport, QStringLiteral("Export to File"));
+    addToFrame(frame,
+        ControlKind::CommandButton,
+        genacc::cmdPrintSettings,
+        QStringLiteral("More Ticket, Quick-Ticket, FlexTicket Settings"))
+        .onClick
+        = [this] { openPrintSettings(); };
+    Control& save
+        = addToFrame(frame, ControlKind::CommandButton, genacc::cmdSaveChanges, QStringLiteral("Save Changes"));
     save.onClick = [this] { saveSettingsTab(); };
 
     // Any change on this tab enables "Save Changes", but only while the tab is showing.

@@ -71,8 +71,16 @@ inline const QString txtExternalPort = QStringLiteral("txtExternalPort");
 inline const QString dtNightStart = QStringLiteral("dtNightStart");
 
 // The panel of each page, by flag.
-inline const std::array<QString, 11> Panels {
-    FGeneral, FUserAccount, FTicketSetting, FMaintenance, FAutomatedAction, FClientOption, FPrintMonitor, FQuickTicket,
-    FIncludeExclude, FPOS, FSMS};
+inline const std::array<QString, 11> Panels {FGeneral,
+    FUserAccount,
+    FTicketSetting,
+    FMaintenance,
+    FAutomatedAction,
+    FClientOption,
+    FPrintMonitor,
+    FQuickTicket,
+    FIncludeExclude,
+    FPOS,
+    FSMS};
 
 } // namespace marlet::options

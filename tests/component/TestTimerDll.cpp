@@ -3,7 +3,7 @@
 #include "platform/Operator.h"
 #include "script/ScriptedPlatform.h"
 #include "store/Connection.h"
-#include "support/StoreTestDatabase.h"
+#include "support/ScriptedCafe.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,15 +17,9 @@ class TestTimerDll : public QObject
     Q_OBJECT
 
 private:
-    struct Fixture
+    struct Fixture : test::ScriptedCafe
     {
-        QTemporaryDir folder;
-        test::StoreTestDatabase database;
-        ScriptedPlatform platform;
-        Component component{platform, folder.filePath(QStringLiteral("prefs")), folder.filePath(QStringLiteral("app"))};
-
         TimerDll& dll() { return component.timerDll(); }
-        Session& session() { return component.session(); }
         QVariant cn1() const { return database.connectionString(); }
         // The next form shown is looked at by `check` and then closed through its title bar.
         void closeNext(std::function<void(Form&)> check = {})

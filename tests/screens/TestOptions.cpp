@@ -3,7 +3,7 @@
 #include "screens/GeneralTab.h"
 #include "screens/Options.h"
 #include "script/ScriptedPlatform.h"
-#include "support/StoreTestDatabase.h"
+#include "support/ScriptedCafe.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,15 +21,8 @@ const QString ClientsQuestion = QStringLiteral("Update Client(s)' settings now?"
 const QString RestartNote = QStringLiteral("Some settings will require restarting your systems to take effect!");
 
 // The settings screen on the scripted platform, with a database and a preference store of its own.
-struct Desk
+struct Desk : test::ScriptedCafe
 {
-    QTemporaryDir folder;
-    test::StoreTestDatabase database;
-    ScriptedPlatform platform;
-    Component component {platform, folder.filePath(latin("prefs")), folder.filePath(latin("app"))};
-
-    Session& session() { return component.session(); }
-
     // The screen loaded as LoadOptions would show it, without the modal loop.
     std::unique_ptr<Options> openScreen()
     {

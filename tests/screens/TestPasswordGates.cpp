@@ -4,7 +4,7 @@
 #include "screens/ContPass.h"
 #include "script/ScriptedPlatform.h"
 #include "store/Recordset.h"
-#include "support/StoreTestDatabase.h"
+#include "support/ScriptedCafe.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -26,13 +26,8 @@ class TestPasswordGates : public QObject
     Q_OBJECT
 
 private:
-    struct Fixture
+    struct Fixture : test::ScriptedCafe
     {
-        QTemporaryDir folder;
-        test::StoreTestDatabase database;
-        ScriptedPlatform platform;
-        Component component{platform, folder.filePath(QStringLiteral("prefs")), folder.filePath(QStringLiteral("app"))};
-
         Fixture()
         {
             addStaff(QStringLiteral("CLERK"), QStringLiteral("CLERKPASS"), QStringLiteral("USER"), true);
@@ -47,7 +42,6 @@ private:
                                          "('{}','{}','{}',{},true)"),
                           {name, password, type, generate ? -1 : 0})));
         }
-        Session& session() { return component.session(); }
         void setNoUser(bool on)
         {
             QVERIFY(database.connection().Execute(

@@ -32,7 +32,7 @@ public:
     Form& form() override { return *this; }
     void StartProgress() override { ++starts; }
     void EndProgress() override { ++ends; }
-    void ProgressAdjust() override {}
+    void ProgressAdjust() override { }
     void setProgressText(const QString& text) override { (*this)[u"Text"_s].setCaption(text); }
     Control& progressBar() override { return (*this)[u"Bar"_s]; }
     Control& ticketGrid() override { return (*this)[u"Grid"_s]; }

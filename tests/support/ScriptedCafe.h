@@ -22,6 +22,8 @@ struct ScriptedCafe
     Component component {platform, folder.filePath(QStringLiteral("prefs")), folder.filePath(QStringLiteral("app"))};
     std::unique_ptr<Form> screen;
 
+    Session& session() { return component.session(); }
+
     // Opens the session on the database; empty when all is ready, else why not.
     QString prepare()
     {
