@@ -6,7 +6,6 @@ class QAbstractButton;
 class QAction;
 class QComboBox;
 class QDateTimeEdit;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;

@@ -9,7 +9,6 @@
 
 namespace marlet {
 
-class Control;
 class Form;
 class WorkHost;
 class Recordset;

@@ -6,7 +6,6 @@
 
 namespace marlet {
 
-class Control;
 class Form;
 class WorkHost;
 class SessionPreferences;

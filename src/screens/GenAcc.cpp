@@ -11,7 +11,6 @@
 
 namespace marlet {
 
-
 namespace {
 
 const QString StopCaption = QStringLiteral("Stop");

@@ -6,7 +6,6 @@
 
 namespace marlet {
 
-class Form;
 class GenAcc;
 
 // Builders and rules for fields that several tabs of the generate screen share, so that one piece
