@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ApplicationScope.h"
+
 #include "component/Component.h"
 #include "platform/Platform.h"
 

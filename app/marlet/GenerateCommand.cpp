@@ -188,10 +188,10 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
     BatchDriver driver(options, in, out);
     Component component(driver, options.value(QStringLiteral("prefs")), options.value(QStringLiteral("app-dir")));
     component.timerDll().LoadGenAcc(options.value(QStringLiteral("db")),
-                                    options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
-                                    options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
-                                    flag(options.flag(QStringLiteral("power"))),
-                                    options.value(QStringLiteral("path")));
+        options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
+        options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
+        flag(options.flag(QStringLiteral("power"))),
+        options.value(QStringLiteral("path")));
     if (!driver.gatePassed()) {
         err << "marlet generate: the password gate refused: " << driver.lastWarning() << Qt::endl;
         return 1;

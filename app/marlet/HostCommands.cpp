@@ -78,14 +78,14 @@ int runEntryOperation(const QString& command, const HostOptions& options, Compon
         qint16 tPower = power;
         qint16 clientUp = 0;
         dll.LoadOptions(cn1,
-                        app,
-                        user,
-                        tPower,
-                        clientUp,
-                        qint16(options.value(QStringLiteral("max"), QStringLiteral("5")).toInt()),
-                        options.value(QStringLiteral("ports")),
-                        options.value(QStringLiteral("port-name")),
-                        flag(options.flag(QStringLiteral("hide-account"))));
+            app,
+            user,
+            tPower,
+            clientUp,
+            qint16(options.value(QStringLiteral("max"), QStringLiteral("5")).toInt()),
+            options.value(QStringLiteral("ports")),
+            options.value(QStringLiteral("port-name")),
+            flag(options.flag(QStringLiteral("hide-account"))));
         QTextStream(stdout) << "tPower=" << tPower << " ClientUp=" << clientUp << Qt::endl;
     } else if (command == QLatin1String("load-gen-ac")) {
         dll.LoadGenAc(cn1, app, user, power, path);

@@ -44,14 +44,14 @@ void TimerDll::LoadAccountInfo(const QVariant& Cn1, const QString& App, const QS
 }
 
 void TimerDll::LoadOptions(const QVariant& Cn1,
-                           const QString& App,
-                           const QString& User,
-                           qint16& tPower,
-                           qint16& ClientUp,
-                           qint16 TMax,
-                           const QString& Ports,
-                           const QString& TPortName,
-                           qint16 HideAccount)
+    const QString& App,
+    const QString& User,
+    qint16& tPower,
+    qint16& ClientUp,
+    qint16 TMax,
+    const QString& Ports,
+    const QString& TPortName,
+    qint16 HideAccount)
 {
     m_session.general.AdminPowered = tPower;
     m_session.general.CurrentStaff = User;
@@ -69,7 +69,8 @@ void TimerDll::LoadOptions(const QVariant& Cn1,
     releaseConnection();
 }
 
-void TimerDll::LoadGenAc(const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
+void TimerDll::LoadGenAc(
+    const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
 {
     takeGenerateArguments(App, User, tPower, Path);
     openConnection(Cn1);
@@ -77,7 +78,8 @@ void TimerDll::LoadGenAc(const QVariant& Cn1, const QString& App, const QString&
     // The connection stays open on purpose; a later operation finds it as it stands.
 }
 
-void TimerDll::LoadGenAcc(const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
+void TimerDll::LoadGenAcc(
+    const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
 {
     takeGenerateArguments(App, User, tPower, Path);
     openConnection(Cn1);
@@ -93,7 +95,8 @@ void TimerDll::LoadRecycleBin(const QVariant& Cn1, const QString& App)
     releaseConnection();
 }
 
-void TimerDll::LoadAutoGen(const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
+void TimerDll::LoadAutoGen(
+    const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path)
 {
     LoadGenAcc(Cn1, App, User, tPower, Path);
 }

@@ -19,14 +19,14 @@ public:
     void LoadAccountInfo(const QVariant& Cn1, const QString& App, const QString& TName);
     // tPower goes in and comes back; ClientUp comes back.
     void LoadOptions(const QVariant& Cn1,
-                     const QString& App,
-                     const QString& User,
-                     qint16& tPower,
-                     qint16& ClientUp,
-                     qint16 TMax,
-                     const QString& Ports,
-                     const QString& TPortName,
-                     qint16 HideAccount);
+        const QString& App,
+        const QString& User,
+        qint16& tPower,
+        qint16& ClientUp,
+        qint16 TMax,
+        const QString& Ports,
+        const QString& TPortName,
+        qint16 HideAccount);
     // Shows the generate screen without a gate and leaves the connection open on return.
     void LoadGenAc(const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path);
     void LoadGenAcc(const QVariant& Cn1, const QString& App, const QString& User, qint16 tPower, const QString& Path);

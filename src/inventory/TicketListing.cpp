@@ -4,14 +4,13 @@
 #include "inventory/TicketRecharge.h"
 #include "inventory/TicketSearch.h"
 #include "issuing/GenAccNames.h"
-#include "platform/Form.h"
-#include "session/WorkHost.h"
-
 #include "issuing/TicketRow.h"
+#include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/KeyRules.h"
 #include "platform/Platform.h"
 #include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Recordset.h"
 #include "values/Numbers.h"
 
@@ -66,7 +65,7 @@ void TicketListing::viewSelection()
         statement = Statement(QStringLiteral("select * from Account where member=false and Time = {}"), {minutes * 60});
     } else if (m_form[genacc::Option5].isChecked()) {
         statement = Statement(QStringLiteral("select * from Account where member=false and TicketGrp like '{}%'"),
-                              {m_form[genacc::Text5].text()});
+            {m_form[genacc::Text5].text()});
     }
 
     Recordset tickets;

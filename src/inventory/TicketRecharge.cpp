@@ -260,7 +260,8 @@ bool TicketRecharge::writeTicket(const Path& path, const Answers& answers)
     if (answers.days && !writeExpiry(path, *answers.days))
         return false;
     return m_ticket.setValue(QStringLiteral("AccountAdded"), QStringLiteral("RECHARGED"))
-        && m_ticket.setValue(QStringLiteral("ComputerUsed"), m_host.session().general.CurrentStaff) && m_ticket.Update();
+        && m_ticket.setValue(QStringLiteral("ComputerUsed"), m_host.session().general.CurrentStaff)
+        && m_ticket.Update();
 }
 
 // A ticket not yet used gets its days, even when it has a date; a used one moves its date, or gets

@@ -1,19 +1,18 @@
 #include "issuing/BatchGeneration.h"
 
 #include "issuing/GenAccNames.h"
-#include "platform/Form.h"
-#include "session/WorkHost.h"
-
 #include "issuing/Quota.h"
 #include "issuing/TicketGroup.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
 #include "issuing/TicketRules.h"
+#include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
 #include "printing/PrintDispatch.h"
 #include "printing/PrintStaging.h"
 #include "session/Session.h"
+#include "session/WorkHost.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
@@ -64,10 +63,12 @@ void BatchGeneration::run()
         return;
 
     m_host.resetTicketGrid();
-    settings().save(keys::ExType, m_form[genacc::cboExpiry].listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
+    settings().save(
+        keys::ExType, m_form[genacc::cboExpiry].listIndex() == 0 ? QStringLiteral("1") : QStringLiteral("2"));
     m_host.StartProgress();
     if (!m_quick) {
-        m_time = creditSeconds(values::leadingNumber(m_form[genacc::cboHours].text()), values::leadingNumber(m_form[genacc::cboMinutes].text()));
+        m_time = creditSeconds(values::leadingNumber(m_form[genacc::cboHours].text()),
+            values::leadingNumber(m_form[genacc::cboMinutes].text()));
         m_number = values::toSingle(values::leadingNumber(m_form[genacc::cboNumber].text()));
     }
     Control& bar = m_host.progressBar();
@@ -82,7 +83,7 @@ void BatchGeneration::run()
     if (settings().number(keys::ProgramLog) == 1) {
         connection.Execute(Statement(QStringLiteral("INSERT INTO SysUsage (SystemUsage,Times,Dates) Values "
                                                     "('Ticket(s) Generated','{}','{}')"),
-                                     {values::machineTime(now.time()), values::machineDate(now.date())}));
+            {values::machineTime(now.time()), values::machineDate(now.date())}));
     }
     m_prefix = batchPrefix(settings(), m_form[genacc::chkVIP].ticked());
     m_form[genacc::chkVIP].setValue(CheckState::Unchecked);
@@ -108,8 +109,7 @@ void BatchGeneration::run()
     m_form[genacc::chkTimePeriod].setValue(CheckState::Unchecked);
     platform.yield();
     if (m_printAfter)
-        BuildPrintPreview(m_host,
-                          Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
+        BuildPrintPreview(m_host, Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
     if (settings().number(keys::AutoSave) == 0)
         offerSave();
 }
@@ -181,7 +181,8 @@ bool BatchGeneration::readQuickTicket()
     }
     const bool timed = kind == QLatin1String("[Time Ticket]") || kind == QLatin1String("[Time Once]");
     m_form[genacc::chkTimePeriod].setValue(timed ? CheckState::Checked : CheckState::Unchecked);
-    m_form[genacc::chkOnce].setValue(kind == QLatin1String("[Time Once]") ? CheckState::Checked : CheckState::Unchecked);
+    m_form[genacc::chkOnce].setValue(
+        kind == QLatin1String("[Time Once]") ? CheckState::Checked : CheckState::Unchecked);
 
     m_number = float(m_form[genacc::cboPages].listIndex() * ticketsPerPage(m_form[genacc::cboSizeType].text()));
     QString cost = price;
@@ -194,20 +195,20 @@ bool BatchGeneration::confirm()
 {
     const SessionPreferences prefs = settings();
     const QString expiry = expiryConfirmationText(prefs,
-                                                  expiryKind(m_form[genacc::cboExpiry].listIndex()),
-                                                  m_form[genacc::txtDays].text(),
-                                                  m_host.platform().today());
+        expiryKind(m_form[genacc::cboExpiry].listIndex()),
+        m_form[genacc::txtDays].text(),
+        m_host.platform().today());
     const QString tail = QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency)
-                         + m_form[genacc::cboCost].text() + QStringLiteral(" with Expiration Date of ") + expiry
-                         + (m_form[genacc::chkTimePeriod].ticked() ? QStringLiteral(" and for Time Only") : QString())
-                         + (m_form[genacc::chkOnce].ticked() ? QStringLiteral(" to be used Once") : QString())
-                         + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
-    const QString question =
-        m_quick ? QStringLiteral("You have choosen to Generate [") + values::singleText(m_number) + QStringLiteral("Tks] in ")
-                      + m_form[genacc::cboPages].text() + QStringLiteral(" of ") + values::numberText(m_time) + tail
-                : QStringLiteral("You have choosen to Generate ") + m_form[genacc::cboNumber].text()
-                      + QStringLiteral(" number(s) of ") + m_form[genacc::cboHours].text() + QStringLiteral("hour(s) ")
-                      + m_form[genacc::cboMinutes].text() + tail;
+        + m_form[genacc::cboCost].text() + QStringLiteral(" with Expiration Date of ") + expiry
+        + (m_form[genacc::chkTimePeriod].ticked() ? QStringLiteral(" and for Time Only") : QString())
+        + (m_form[genacc::chkOnce].ticked() ? QStringLiteral(" to be used Once") : QString())
+        + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
+    const QString question = m_quick
+        ? QStringLiteral("You have choosen to Generate [") + values::singleText(m_number) + QStringLiteral("Tks] in ")
+            + m_form[genacc::cboPages].text() + QStringLiteral(" of ") + values::numberText(m_time) + tail
+        : QStringLiteral("You have choosen to Generate ") + m_form[genacc::cboNumber].text()
+            + QStringLiteral(" number(s) of ") + m_form[genacc::cboHours].text() + QStringLiteral("hour(s) ")
+            + m_form[genacc::cboMinutes].text() + tail;
     if (m_host.platform().messageBox(question, MsgStyle::YesNoQuestionNoDefault) != MsgResult::Yes)
         return false;
     if (m_quick)
@@ -217,7 +218,8 @@ bool BatchGeneration::confirm()
 
 bool BatchGeneration::askPrint()
 {
-    const PrintAnswer answer = askPrintQuestion(m_host.session(), PrintCreator::Batch, m_form[genacc::cboSizeType].text());
+    const PrintAnswer answer
+        = askPrintQuestion(m_host.session(), PrintCreator::Batch, m_form[genacc::cboSizeType].text());
     m_printAfter = answer == PrintAnswer::Print;
     return answer != PrintAnswer::Cancel;
 }
@@ -229,8 +231,8 @@ bool BatchGeneration::storageFull()
     Platform& platform = m_host.platform();
     // Only the count of the stored tickets matters: the store counts them rather than handing over
     // a hundred thousand rows.
-    const long stored = Recordset::countRows(Statement(QStringLiteral("Select * from Account where member=false")),
-                                             m_host.session().connection());
+    const long stored = Recordset::countRows(
+        Statement(QStringLiteral("Select * from Account where member=false")), m_host.session().connection());
     Control& bar = m_host.progressBar();
     bar.setValue(bar.value() + 1);
     platform.sleep(100);
@@ -254,8 +256,13 @@ void BatchGeneration::openGroup()
     openTicketGroup(*m_groupRow, session.connection(), m_group);
     m_groupRow->AddNew();
     writeGroupStart(*m_groupRow,
-                    {m_group, m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.general.byWhom()},
-                    m_host.platform().now());
+        {m_group,
+            m_number,
+            m_time / 60,
+            cost,
+            values::leadingNumber(cost) * double(m_number),
+            session.general.byWhom()},
+        m_host.platform().now());
     m_groupRow->Update();
 
     m_host.progressBar().setValue(0);
@@ -322,9 +329,9 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.ByWhom = session.general.byWhom();
     ticket.created = m_host.platform().today();
     ticket.expiry = expiryColumns(expiryKind(m_form[genacc::cboExpiry].listIndex()),
-                                  values::leadingNumber(m_form[genacc::txtDays].text()),
-                                  ticket.created,
-                                  TicketPath::Batch);
+        values::leadingNumber(m_form[genacc::txtDays].text()),
+        ticket.created,
+        TicketPath::Batch);
     ticket.Amount = m_amount;
     ticket.StartTime = m_form[genacc::dtStart].dateTime();
     ticket.EndTime = m_form[genacc::dtEnd].dateTime();
@@ -338,7 +345,8 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
 
     if (!m_form[genacc::chkNoList].ticked()) {
         GridData& grid = m_host.ticketGrid().grid();
-        grid.addItem(ticketRowLine(QString::number(position), ticketRowFields(ticket), m_form[genacc::Check4].ticked()));
+        grid.addItem(
+            ticketRowLine(QString::number(position), ticketRowFields(ticket), m_form[genacc::Check4].ticked()));
     }
 }
 
@@ -348,10 +356,10 @@ void BatchGeneration::closeGroup()
         writeGroupCompletion(*m_groupRow, GroupKind::Random, m_number, m_host.platform().now());
         m_groupRow->Update();
     }
-    m_host.session().connection().Execute(
-        Statement(QStringLiteral("INSERT INTO Activated (TicketGrp,Times,Amount,Staff,Status,Activator,numbers) Values  "
-                                 "('{}',{},'{}','{}',false,'',{})"),
-                  {m_group, m_time / 60, m_amount, m_host.session().general.CurrentStaff, m_number}));
+    m_host.session().connection().Execute(Statement(
+        QStringLiteral("INSERT INTO Activated (TicketGrp,Times,Amount,Staff,Status,Activator,numbers) Values  "
+                       "('{}',{},'{}','{}',false,'',{})"),
+        {m_group, m_time / 60, m_amount, m_host.session().general.CurrentStaff, m_number}));
     if (m_groupRow)
         m_groupRow->Close();
     m_groupRow.reset();
@@ -370,7 +378,7 @@ void BatchGeneration::updateRegister()
     const double cost = values::leadingNumber(m_form[genacc::cboCost].text());
     m_host.session().connection().Execute(
         Statement(QStringLiteral("UPDATE Register SET TotGenerated = TotGenerated + {}, TotCost = TotCost + {}"),
-                  {m_number, cost * double(m_number)}));
+            {m_number, cost * double(m_number)}));
 }
 
 void BatchGeneration::offerSave()

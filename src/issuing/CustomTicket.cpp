@@ -79,14 +79,16 @@ bool CustomTicket::checkUsername()
 
 bool CustomTicket::checkPassword()
 {
-    if (const std::optional<QString> problem = passwordProblem(m_form[genacc::txtCustomPassword].text(), TicketPath::Custom))
+    if (const std::optional<QString> problem
+        = passwordProblem(m_form[genacc::txtCustomPassword].text(), TicketPath::Custom))
         return warn(*problem);
     return true;
 }
 
 bool CustomTicket::checkTime()
 {
-    m_minutes = values::leadingNumber(m_form[genacc::cboCustomMinutes].text()) + values::leadingNumber(m_form[genacc::cboCustomHours].text()) * 60;
+    m_minutes = values::leadingNumber(m_form[genacc::cboCustomMinutes].text())
+        + values::leadingNumber(m_form[genacc::cboCustomHours].text()) * 60;
     if (m_minutes == 0)
         return warn(QStringLiteral("Time is Zero!"));
     if (m_minutes < 1 || m_minutes > MaxMinutes)
@@ -133,7 +135,8 @@ bool CustomTicket::confirm()
 
 bool CustomTicket::askPrint()
 {
-    const PrintAnswer answer = askPrintQuestion(m_host.session(), PrintCreator::Custom, m_form[genacc::cboSizeType].text());
+    const PrintAnswer answer
+        = askPrintQuestion(m_host.session(), PrintCreator::Custom, m_form[genacc::cboSizeType].text());
     m_printAfter = answer == PrintAnswer::Print;
     return answer != PrintAnswer::Cancel;
 }
@@ -208,8 +211,7 @@ void CustomTicket::finish()
     m_form[genacc::txtCustomPassword].setText(QString());
     platform.yield();
     if (m_printAfter)
-        BuildPrintPreview(
-            m_host, Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
+        BuildPrintPreview(m_host, Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
 }
 
 } // namespace marlet

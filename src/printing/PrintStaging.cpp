@@ -1,10 +1,9 @@
 #include "printing/PrintStaging.h"
 
-#include "printing/TicketSheet.h"
-
 #include "platform/Control.h"
 #include "platform/Platform.h"
 #include "printing/TicketDocuments.h"
+#include "printing/TicketSheet.h"
 #include "session/Session.h"
 #include "session/WorkHost.h"
 #include "store/Connection.h"

@@ -13,7 +13,6 @@ namespace marlet {
 
 namespace {
 
-
 constexpr int UsernameLength = 10;
 constexpr int GroupLength = 16;
 // A group name and a ticket number as the generator writes them: "000000000000-000".
@@ -61,8 +60,10 @@ void AccountInfo::build()
     Control& text = add(ControlKind::TextBox, accountinfo::Text2);
     text.setMaxLength(UsernameLength);
     text.onGotFocus = [&text] { text.selectAll(); };
-    addLabelled(ControlKind::CommandButton, accountinfo::OKButton, QStringLiteral("&Search")).onClick = [this] { search(); };
-    addLabelled(ControlKind::CommandButton, accountinfo::Command1, QStringLiteral("&Print")).onClick = [this] { print(); };
+    addLabelled(ControlKind::CommandButton, accountinfo::OKButton, QStringLiteral("&Search")).onClick
+        = [this] { search(); };
+    addLabelled(ControlKind::CommandButton, accountinfo::Command1, QStringLiteral("&Print")).onClick
+        = [this] { print(); };
     addLabelled(ControlKind::CommandButton, accountinfo::CancelButton, QStringLiteral("&Close")).onClick
         = [this] { unload(); };
     add(ControlKind::TextBox, accountinfo::Text1);

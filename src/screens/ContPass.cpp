@@ -28,7 +28,7 @@ void ContPass::build()
     setSize(4200, 1800);
     Control& label = add(ControlKind::Label, contpass::lblPassword);
     label.setCaption(m_session.general.PassMode == PassModes::CheckOld ? QStringLiteral("Old Password:")
-                                                                : QStringLiteral("Enter Password:"));
+                                                                       : QStringLiteral("Enter Password:"));
     Control& field = addLabelled(ControlKind::TextBox, contpass::txtPassword, label.caption());
     field.setCaption(QString());
     field.setPasswordChar(true);
@@ -39,9 +39,8 @@ void ContPass::build()
         }
     };
     addLabelled(ControlKind::CommandButton, contpass::cmdOK, QStringLiteral("OK")).onClick = [this] { ok(); };
-    addLabelled(ControlKind::CommandButton, contpass::cmdCancel, QStringLiteral("Cancel")).onClick = [this] {
-        cancel();
-    };
+    addLabelled(ControlKind::CommandButton, contpass::cmdCancel, QStringLiteral("Cancel")).onClick
+        = [this] { cancel(); };
     onActivate = [this] { setFocus((*this)[contpass::txtPassword]); };
 }
 
@@ -66,16 +65,15 @@ void ContPass::checkStaffPassword(const QString& entry)
 {
     const bool powered = isSet(m_session.general.AdminPowered);
     const Statement lookup = powered
-                                 ? Statement(QStringLiteral("Select * from Users where Username = 'ADMINISTRATOR' and "
-                                                            "Type = 'ADMINISTRATOR' and Password = '{}'"),
-                                             {entry})
-                                 : Statement(QStringLiteral("Select * from Users where Username = '{}' and "
-                                                            "Type = 'ADMINISTRATOR' and Password = '{}'"),
-                                             {m_session.general.CurrentStaff, entry});
+        ? Statement(QStringLiteral("Select * from Users where Username = 'ADMINISTRATOR' and "
+                                   "Type = 'ADMINISTRATOR' and Password = '{}'"),
+            {entry})
+        : Statement(QStringLiteral("Select * from Users where Username = '{}' and "
+                                   "Type = 'ADMINISTRATOR' and Password = '{}'"),
+            {m_session.general.CurrentStaff, entry});
     Recordset users;
     // A lookup that fails counts as a refusal: a gate never opens on an error.
-    if (users.Open(lookup, m_session.connection(), CursorType::Static, LockType::ReadOnly)
-        && users.RecordCount() > 0) {
+    if (users.Open(lookup, m_session.connection(), CursorType::Static, LockType::ReadOnly) && users.RecordCount() > 0) {
         m_session.general.PassMode = PassModes::Accepted;
         return;
     }
@@ -91,12 +89,13 @@ void ContPass::checkStaffPassword(const QString& entry)
 void ContPass::checkOldPassword(const QString& entry)
 {
     Recordset users;
-    const bool found = users.Open(Statement(QStringLiteral("Select * from Users where Username = '{}' and Password = '{}'"),
-                                            {m_session.general.GateUsername, entry}),
-                                  m_session.connection(),
-                                  CursorType::Static,
-                                  LockType::ReadOnly)
-                       && users.RecordCount() > 0;
+    const bool found
+        = users.Open(Statement(QStringLiteral("Select * from Users where Username = '{}' and Password = '{}'"),
+                         {m_session.general.GateUsername, entry}),
+              m_session.connection(),
+              CursorType::Static,
+              LockType::ReadOnly)
+        && users.RecordCount() > 0;
     m_session.general.PassMode = found ? PassModes::OldRight : PassModes::OldWrong;
 }
 

@@ -19,19 +19,19 @@ constexpr int StopColor = 255;
 constexpr int CloseColor = 16744576;
 
 const QStringList Weekdays = {QStringLiteral("SUN - SAT (ALL DAYS)"),
-                              QStringLiteral("SUNDAY"),
-                              QStringLiteral("MONDAY"),
-                              QStringLiteral("TUESDAY"),
-                              QStringLiteral("WEDNESDAY"),
-                              QStringLiteral("THURSDAY"),
-                              QStringLiteral("FRIDAY"),
-                              QStringLiteral("SATURDAY"),
-                              QStringLiteral("MON - FRI (WEEKDAY)"),
-                              QStringLiteral("SAT - SUN (WEEKEND)")};
+    QStringLiteral("SUNDAY"),
+    QStringLiteral("MONDAY"),
+    QStringLiteral("TUESDAY"),
+    QStringLiteral("WEDNESDAY"),
+    QStringLiteral("THURSDAY"),
+    QStringLiteral("FRIDAY"),
+    QStringLiteral("SATURDAY"),
+    QStringLiteral("MON - FRI (WEEKDAY)"),
+    QStringLiteral("SAT - SUN (WEEKEND)")};
 
 const QStringList ExpiryEntries = {QStringLiteral("Fixed Expiration Date"),
-                                   QStringLiteral("Flexible Expiration Date"),
-                                   QStringLiteral("Never Expire")};
+    QStringLiteral("Flexible Expiration Date"),
+    QStringLiteral("Never Expire")};
 
 // A value from the preference store if it is numeric and below the limit, else the fallback.
 QString boundedSetting(const QString& stored, double limit, const QString& fallback)
@@ -77,10 +77,10 @@ void GenAcc::buildFrame()
 {
     Control& tabs = add(ControlKind::TabStrip, genacc::TabStrip1);
     tabs.addItems({QStringLiteral("New Ticket"),
-                   QStringLiteral("Custom Ticket"),
-                   QStringLiteral("Membership Ticket"),
-                   QStringLiteral("Existing Ticket"),
-                   QStringLiteral("Settings")});
+        QStringLiteral("Custom Ticket"),
+        QStringLiteral("Membership Ticket"),
+        QStringLiteral("Existing Ticket"),
+        QStringLiteral("Settings")});
     tabs.onBeforeClick = [this](bool& cancel) { cancel = busy(); };
     tabs.onClick = [this] { changeTab(); };
 
@@ -195,15 +195,22 @@ void GenAcc::load()
     }
     for (const QString& list : {genacc::cboExpiry, genacc::cboCustomExpiry, genacc::cboMemberExpiry})
         (*this)[list].addItems(ExpiryEntries);
-    for (const QString& list : {genacc::cboHours, genacc::cboMinutes, genacc::cboCost, genacc::cboCustomHours, genacc::cboCustomMinutes, genacc::cboCustomCost,
-                             genacc::cboMemberHours, genacc::cboMemberMinutes, genacc::cboMemberCost})
+    for (const QString& list : {genacc::cboHours,
+             genacc::cboMinutes,
+             genacc::cboCost,
+             genacc::cboCustomHours,
+             genacc::cboCustomMinutes,
+             genacc::cboCustomCost,
+             genacc::cboMemberHours,
+             genacc::cboMemberMinutes,
+             genacc::cboMemberCost})
         (*this)[list].addItem(QStringLiteral("0"));
     (*this)[genacc::cboPages].addItem(QStringLiteral("None"));
     (*this)[genacc::cboRechargePeriod].addItems({QStringLiteral("5 mins"),
-                                                 QStringLiteral("10 mins"),
-                                                 QStringLiteral("15 mins"),
-                                                 QStringLiteral("30 mins"),
-                                                 QStringLiteral("45 mins")});
+        QStringLiteral("10 mins"),
+        QStringLiteral("15 mins"),
+        QStringLiteral("30 mins"),
+        QStringLiteral("45 mins")});
     fillLists();
     loadLastBatch();
 
@@ -230,18 +237,22 @@ void GenAcc::load()
 
     (*this)[genacc::cboTicketType].setText(QStringLiteral("None"));
     (*this)[genacc::cboPages].setListIndex(0);
-    for (const QString& list : {genacc::cboCustomHours, genacc::cboCustomMinutes, genacc::cboCustomCost, genacc::cboMemberHours,
-                             genacc::cboMemberMinutes, genacc::cboMemberCost})
+    for (const QString& list : {genacc::cboCustomHours,
+             genacc::cboCustomMinutes,
+             genacc::cboCustomCost,
+             genacc::cboMemberHours,
+             genacc::cboMemberMinutes,
+             genacc::cboMemberCost})
         (*this)[list].setListIndex(0);
     (*this)[genacc::cboRechargeDays].setListIndex(0);
     (*this)[genacc::cboRechargePeriod].setListIndex(0);
 
     // The settings tab shows the print type kept under the product word.
     const int printType = int(settings.number(keys::PrintType));
-    const QString& printOption = printType == 1   ? genacc::optSmallPrint
-                              : printType == 2 ? genacc::optMediumPrint
-                              : printType == 4 ? genacc::optExport
-                                               : genacc::optLargePrint;
+    const QString& printOption = printType == 1 ? genacc::optSmallPrint
+        : printType == 2                        ? genacc::optMediumPrint
+        : printType == 4                        ? genacc::optExport
+                                                : genacc::optLargePrint;
     (*this)[printOption].setValue(1);
 
     (*this)[genacc::TabStrip1].setSelectedTab(1);
@@ -353,11 +364,13 @@ void GenAcc::activate()
 
     Control& grid = (*this)[genacc::PrintList];
     const QString size = settings.text(keys::Size);
-    const bool knownSize = QStringList{QStringLiteral("8"), QStringLiteral("10"), QStringLiteral("12"), QStringLiteral("14")}
-                               .contains(size);
+    const bool knownSize
+        = QStringList {QStringLiteral("8"), QStringLiteral("10"), QStringLiteral("12"), QStringLiteral("14")}.contains(
+            size);
     grid.setFont(settings.truth(keys::Bold), knownSize ? size.toInt() : grid.fontSize());
 
-    setPickers({genacc::dtStart, genacc::dtCustomStart, genacc::dtMemberStart}, {genacc::dtEnd, genacc::dtCustomEnd, genacc::dtMemberEnd});
+    setPickers({genacc::dtStart, genacc::dtCustomStart, genacc::dtMemberStart},
+        {genacc::dtEnd, genacc::dtCustomEnd, genacc::dtMemberEnd});
     const QString currency = settings.text(keys::Currency);
     for (const QString& label : {genacc::lblCurrency, genacc::lblCustomCurrency, genacc::lblMemberCurrency})
         (*this)[label].setCaption(currency);
@@ -402,7 +415,7 @@ void GenAcc::showHelp()
     platform().messageBox(QStringLiteral("This section of Norvantis is for generating tickets. You have to Randomly "
                                          "Generated ticket, Customize ticket and Membership ticket section. Check "
                                          "docs/README.md of your Marlet installation for more help?"),
-                          MsgStyle::Info);
+        MsgStyle::Info);
 }
 
 // ---- preferences written by the screen --------------------------------------------------------
@@ -420,9 +433,9 @@ void GenAcc::saveNightTime(bool start)
     m_session.settings().save(start ? keys::BeginTime : keys::EndTime, time);
     Recordset options;
     if (!options.Open(Statement(QStringLiteral("Select * from Options")),
-                      m_session.connection(),
-                      CursorType::Static,
-                      LockType::Optimistic)
+            m_session.connection(),
+            CursorType::Static,
+            LockType::Optimistic)
         || options.RecordCount() == 0)
         return; // an empty table is left alone on this path
     options.setValue(start ? QStringLiteral("NightTimeStart") : QStringLiteral("NightTimeEnd"), time);
@@ -435,10 +448,10 @@ void GenAcc::saveSettingsTab()
     const auto checked = [this](const QString& box) { return (*this)[box].ticked(); };
     settings.save(keys::NoList, checked(genacc::chkNoList) ? QStringLiteral("1") : QStringLiteral("0"));
     settings.save(keys::NoPassList, checked(genacc::Check4) ? QStringLiteral("1") : QStringLiteral("0"));
-    const QString printType = checked(genacc::optSmallPrint)    ? QStringLiteral("1")
-                              : checked(genacc::optMediumPrint) ? QStringLiteral("2")
-                              : checked(genacc::optExport)      ? QStringLiteral("4")
-                                                          : QStringLiteral("3");
+    const QString printType = checked(genacc::optSmallPrint) ? QStringLiteral("1")
+        : checked(genacc::optMediumPrint)                    ? QStringLiteral("2")
+        : checked(genacc::optExport)                         ? QStringLiteral("4")
+                                                             : QStringLiteral("3");
     settings.save(keys::PrintType, printType);
     settings.save(keys::AutoSave, QString::number((*this)[genacc::chkAutoSave].value()));
     (*this)[genacc::cmdSaveChanges].setEnabled(false);
@@ -460,7 +473,8 @@ void GenAcc::printExistingTickets()
     // The report component lets the operator choose the tickets; a failure there ends without a word.
     std::unique_ptr<NamedComponent> sheets = platform().createComponent(QStringLiteral("Vellum.Sheets"));
     if (sheets)
-        sheets->callWithConnection(QStringLiteral("PrintPreview"), m_session.connection(), {m_session.general.ServerPath});
+        sheets->callWithConnection(
+            QStringLiteral("PrintPreview"), m_session.connection(), {m_session.general.ServerPath});
 }
 
 } // namespace marlet

@@ -81,8 +81,8 @@ void wireHoursCheck(GenAcc& screen, Control& hours)
     hours.onLostFocus = [&screen, &hours] {
         const QString text = hours.text();
         if (!values::isNumeric(text) || values::leadingNumber(text) < 0 || values::leadingNumber(text) > 360) {
-            screen.platform().messageBox(QStringLiteral("Hour(s) Can't be less than 0 or greater than 360!"),
-                                         MsgStyle::Warning);
+            screen.platform().messageBox(
+                QStringLiteral("Hour(s) Can't be less than 0 or greater than 360!"), MsgStyle::Warning);
             hours.setText(QStringLiteral("0"));
         }
     };
@@ -139,13 +139,13 @@ void setTicketGridHeader(Control& grid)
     cells.setFixedRows(1);
     cells.setRows(1);
     const QStringList headers = {QStringLiteral("No."),
-                                 QStringLiteral("Username"),
-                                 QStringLiteral("Password"),
-                                 QStringLiteral("Time"),
-                                 QStringLiteral("Ticket Group"),
-                                 QStringLiteral("Expire Date"),
-                                 QStringLiteral("Date Created"),
-                                 QString()};
+        QStringLiteral("Username"),
+        QStringLiteral("Password"),
+        QStringLiteral("Time"),
+        QStringLiteral("Ticket Group"),
+        QStringLiteral("Expire Date"),
+        QStringLiteral("Date Created"),
+        QString()};
     const int widths[] = {500, 1300, 1000, 1000, 1300, 1000, 1100, 500};
     for (int col = 0; col < 8; ++col) {
         cells.setTextMatrix(0, col, headers[col]);

@@ -24,8 +24,10 @@ GenPasstoAccs::GenPasstoAccs(Session& session, ScreenOpener& screens)
 void GenPasstoAccs::buildFrame(int number)
 {
     Control& frame = add(ControlKind::Frame, genpasstoaccs::Frames[number - 1]);
-    Control& user = addLabelled(ControlKind::TextBox, genpasstoaccs::Usernames[number - 1], QStringLiteral("Username:"));
-    Control& password = addLabelled(ControlKind::TextBox, genpasstoaccs::Passwords[number - 1], QStringLiteral("Password:"));
+    Control& user
+        = addLabelled(ControlKind::TextBox, genpasstoaccs::Usernames[number - 1], QStringLiteral("Username:"));
+    Control& password
+        = addLabelled(ControlKind::TextBox, genpasstoaccs::Passwords[number - 1], QStringLiteral("Password:"));
     user.setCaption(QString());
     password.setCaption(QString());
     password.setPasswordChar(true);
@@ -59,9 +61,8 @@ void GenPasstoAccs::build()
     buildFrame(1);
     buildFrame(2);
     addLabelled(ControlKind::CommandButton, genpasstoaccs::cmdOK, QStringLiteral("OK")).onClick = [this] { ok(); };
-    addLabelled(ControlKind::CommandButton, genpasstoaccs::cmdCancel, QStringLiteral("Cancel")).onClick = [this] {
-        unload();
-    };
+    addLabelled(ControlKind::CommandButton, genpasstoaccs::cmdCancel, QStringLiteral("Cancel")).onClick
+        = [this] { unload(); };
 
     onLoad = [this] { layOut(); };
     onActivate = [this] {
@@ -76,9 +77,9 @@ void GenPasstoAccs::layOut()
 {
     Recordset options;
     options.Open(Statement(QStringLiteral("Select * FROM Options")),
-                 m_session.connection(),
-                 CursorType::Static,
-                 LockType::ReadOnly);
+        m_session.connection(),
+        CursorType::Static,
+        LockType::ReadOnly);
     // A failed read counts as true, as every failed test does: two approvers are then asked for.
     const QVariant noUser = options.value(QStringLiteral("NoUser"));
     const bool twoStaff = !noUser.isValid() || noUser.isNull() || noUser.toBool();
@@ -111,9 +112,9 @@ bool GenPasstoAccs::lookUp(Recordset& users, const QString& name)
 {
     users.Close();
     return users.Open(Statement(QStringLiteral("Select * from Users where Username = '{}'"), {name}),
-                      m_session.connection(),
-                      CursorType::Static,
-                      LockType::ReadOnly);
+        m_session.connection(),
+        CursorType::Static,
+        LockType::ReadOnly);
 }
 
 bool GenPasstoAccs::checkFirst(Recordset& users)
@@ -174,7 +175,7 @@ void GenPasstoAccs::ok()
     const bool twoStaff = secondShown();
     if (twoStaff
         && (*this)[genpasstoaccs::txtUsername1].text().toUpper()
-               == (*this)[genpasstoaccs::txtUsername2].text().toUpper()) {
+            == (*this)[genpasstoaccs::txtUsername2].text().toUpper()) {
         refuse(QStringLiteral("You must enter different Usernames!"));
         return;
     }

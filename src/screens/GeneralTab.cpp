@@ -16,7 +16,6 @@ namespace {
 
 constexpr int Flag = 0;
 
-
 const QString Automatic = QStringLiteral("AUTOMATIC");
 const QString CustomSetting = QStringLiteral("CUSTOM SETTING");
 const QString ComputerName = QStringLiteral("COMPUTER NAME");
@@ -92,8 +91,8 @@ void GeneralTab::build(Control& panel)
 
 void GeneralTab::buildTicketFields(Control& panel)
 {
-    Control& prefix = m_screen.addToFrame(panel, ControlKind::TextBox, options::txtPrefix,
-                                     QStringLiteral("Ticket Prefi&x Code:"));
+    Control& prefix
+        = m_screen.addToFrame(panel, ControlKind::TextBox, options::txtPrefix, QStringLiteral("Ticket Prefi&x Code:"));
     prefix.onKeyPress = [](int& key) {
         if (key >= 'a' && key <= 'z')
             key = key - 'a' + 'A';
@@ -125,13 +124,16 @@ void GeneralTab::buildClientSwitches(Control& panel)
         {&SameIpBox, "Allow Same Client I&P"},
     };
     for (const auto& [box, caption] : boxes)
-        m_screen.trackChanges(m_screen.addToFrame(panel, ControlKind::CheckBox, box->name, QLatin1String(caption)), Flag);
+        m_screen.trackChanges(
+            m_screen.addToFrame(panel, ControlKind::CheckBox, box->name, QLatin1String(caption)), Flag);
 }
 
 void GeneralTab::buildBindFields(Control& panel)
 {
-    Control& list = m_screen.addToFrame(panel, ControlKind::ComboBox, options::cboBindType,
-                                   QStringLiteral("Select a suitable Server Connection Adaptor:"));
+    Control& list = m_screen.addToFrame(panel,
+        ControlKind::ComboBox,
+        options::cboBindType,
+        QStringLiteral("Select a suitable Server Connection Adaptor:"));
     list.onClick = [this] { showBindChoice(); };
     m_screen.trackChanges(list, Flag);
 
@@ -147,11 +149,11 @@ void GeneralTab::buildBindFields(Control& panel)
 
 void GeneralTab::buildPassGenFields(Control& panel)
 {
-    Control& frame = m_screen.addToFrame(panel, ControlKind::Frame, options::FPassGenType,
-                                    QStringLiteral("Generated Ticket Characters"));
+    Control& frame = m_screen.addToFrame(
+        panel, ControlKind::Frame, options::FPassGenType, QStringLiteral("Generated Ticket Characters"));
     for (const auto& [name, caption] : {std::pair {options::optNumberOnly, "&Number Only"},
-                                        std::pair {options::optAlphabetOnly, "A&lphabet Only"},
-                                        std::pair {options::optBoth, "&Both"}}) {
+             std::pair {options::optAlphabetOnly, "A&lphabet Only"},
+             std::pair {options::optBoth, "&Both"}}) {
         Control& option = m_screen.addToFrame(frame, ControlKind::OptionButton, name, QLatin1String(caption));
         option.onClick = [this] { markPassGenType(); };
         m_screen.trackChanges(option, Flag);
@@ -160,13 +162,15 @@ void GeneralTab::buildPassGenFields(Control& panel)
 
 void GeneralTab::buildPortFields(Control& panel)
 {
-    Control& frame = m_screen.addToFrame(panel, ControlKind::Frame, options::FServerPort, QStringLiteral("Server Port"));
-    Control& defaultPort
-        = m_screen.addToFrame(frame, ControlKind::OptionButton, options::optDefaultPort, QStringLiteral("Default Port (1001)"));
-    Control& otherPort = m_screen.addToFrame(frame, ControlKind::OptionButton, options::optOtherPort,
-                                        QStringLiteral("Other Port (eg. 1006 - 63553):"));
+    Control& frame
+        = m_screen.addToFrame(panel, ControlKind::Frame, options::FServerPort, QStringLiteral("Server Port"));
+    Control& defaultPort = m_screen.addToFrame(
+        frame, ControlKind::OptionButton, options::optDefaultPort, QStringLiteral("Default Port (1001)"));
+    Control& otherPort = m_screen.addToFrame(
+        frame, ControlKind::OptionButton, options::optOtherPort, QStringLiteral("Other Port (eg. 1006 - 63553):"));
     Control& port = m_screen.addToFrame(frame, ControlKind::TextBox, options::txtServerPort);
-    m_screen.addToFrame(frame, ControlKind::Label, options::lblPortNote, QStringLiteral("(Note: Port 2000 is invalid)"));
+    m_screen.addToFrame(
+        frame, ControlKind::Label, options::lblPortNote, QStringLiteral("(Note: Port 2000 is invalid)"));
     defaultPort.onClick = [&port] {
         port.setEnabled(false);
         port.setText(DefaultPort);
@@ -181,15 +185,19 @@ void GeneralTab::buildPortFields(Control& panel)
 
 void GeneralTab::buildLoginLimit(Control& panel)
 {
-    Control& loadStart = m_screen.addToFrame(panel, ControlKind::CheckBox, options::chkLoadStart,
-                                        QStringLiteral("Load Norvantis Server at  Windows &Startup"));
-    Control& frontDesk = m_screen.addToFrame(panel, ControlKind::CheckBox, FrontDeskBox.name,
-                                        QStringLiteral("Disable &FrontDesk from Connection"));
+    Control& loadStart = m_screen.addToFrame(panel,
+        ControlKind::CheckBox,
+        options::chkLoadStart,
+        QStringLiteral("Load Norvantis Server at  Windows &Startup"));
+    Control& frontDesk = m_screen.addToFrame(
+        panel, ControlKind::CheckBox, FrontDeskBox.name, QStringLiteral("Disable &FrontDesk from Connection"));
     frontDesk.setToolTip(QStringLiteral("Deny any Norvantis FrontDesk from Connecting"));
-    Control& siteDate = m_screen.addToFrame(panel, ControlKind::CheckBox, SiteDateBox.name,
-                                       QStringLiteral("Set Server Time/Date with Remote Site"));
-    Control& limitBox = m_screen.addToFrame(panel, ControlKind::CheckBox, LogLimitBox.name,
-                                       QStringLiteral("Total Number of times all Generated tickets can Login :"));
+    Control& siteDate = m_screen.addToFrame(
+        panel, ControlKind::CheckBox, SiteDateBox.name, QStringLiteral("Set Server Time/Date with Remote Site"));
+    Control& limitBox = m_screen.addToFrame(panel,
+        ControlKind::CheckBox,
+        LogLimitBox.name,
+        QStringLiteral("Total Number of times all Generated tickets can Login :"));
     Control& limit = m_screen.addToFrame(panel, ControlKind::TextBox, options::txtLogLimit);
     limitBox.onClick = [&limitBox, &limit] { limit.setEnabled(limitBox.isChecked()); };
     // The box starts cleared, and the limit as a cleared box leaves it.
@@ -215,7 +223,8 @@ void GeneralTab::load()
     loadBind();
     loadPassGenType();
     loadPort();
-    m_screen[options::chkLoadStart].setValue(stored.truth(keys::LoadStart) ? CheckState::Checked : CheckState::Unchecked);
+    m_screen[options::chkLoadStart].setValue(
+        stored.truth(keys::LoadStart) ? CheckState::Checked : CheckState::Unchecked);
     for (const CheckField* box : {&FrontDeskBox, &SiteDateBox, &LogLimitBox})
         showCheckValue(m_screen[box->name], stored.text(*box->key));
     m_screen[options::txtLogLimit].setText(stored.text(keys::VLogLimit));
@@ -312,15 +321,15 @@ void GeneralTab::leaveServerPort()
     if (!portAllowed(text)) {
         platform.messageBox(QStringLiteral("Port less that 1001 or 1002 to 1005 or 2000 or greater than 63553 is not "
                                            "valid!"),
-                            MsgStyle::Warning);
+            MsgStyle::Warning);
         port.setText(DefaultPort);
         return;
     }
     const Control* external = m_screen.control(options::txtExternalPort);
     const std::optional<qint16> externalNumber = external ? values::toInt16(external->text()) : std::nullopt;
     if (externalNumber && values::toInt16(text) == externalNumber) {
-        platform.messageBox(QStringLiteral("Server Port can't be the same with External Database Port!"),
-                            MsgStyle::Warning);
+        platform.messageBox(
+            QStringLiteral("Server Port can't be the same with External Database Port!"), MsgStyle::Warning);
         port.setText(DefaultPort);
     }
 }
@@ -349,7 +358,8 @@ bool GeneralTab::check()
     // A port beyond a 16-bit integer fails the comparison, and SimComp keeps its stored value.
     if (const std::optional<qint16> number = values::toInt16(port.text())) {
         SessionPreferences stored = settings();
-        stored.save(keys::SimComp, *number <= m_screen.session().general.MaxComputers ? port.text() : QStringLiteral("5"));
+        stored.save(
+            keys::SimComp, *number <= m_screen.session().general.MaxComputers ? port.text() : QStringLiteral("5"));
     }
     Platform& platform = m_screen.platform();
     if (blank(m_screen[options::txtBindType].text())) {
@@ -373,11 +383,13 @@ void GeneralTab::apply(Recordset& options)
 {
     SessionPreferences stored = settings();
     const auto checkValue = [this](const CheckField& box) { return QString::number(m_screen[box.name].value()); };
-    stored.save(keys::ServerUse, m_screen[options::optOtherPort].value() != 0 ? QStringLiteral("1") : QStringLiteral("0"));
+    stored.save(
+        keys::ServerUse, m_screen[options::optOtherPort].value() != 0 ? QStringLiteral("1") : QStringLiteral("0"));
     stored.save(keys::ServerPort, m_screen[options::txtServerPort].text());
     stored.save(keys::SetTime, checkValue(SetTimeBox));
     stored.save(keys::SameIP, checkValue(SameIpBox));
-    stored.save(keys::LoadStart, m_screen[options::chkLoadStart].isChecked() ? QStringLiteral("True") : QStringLiteral("False"));
+    stored.save(keys::LoadStart,
+        m_screen[options::chkLoadStart].isChecked() ? QStringLiteral("True") : QStringLiteral("False"));
     const QString prefix = storedPrefix(m_screen[options::txtPrefix].text());
     const QString currency = m_screen[options::txtCurrency].text();
     stored.save(keys::STR, prefix);
@@ -390,9 +402,9 @@ void GeneralTab::apply(Recordset& options)
     stored.save(keys::FrontDesk, checkValue(FrontDeskBox));
     stored.save(keys::SiteDate, checkValue(SiteDateBox));
     options.setValue(QStringLiteral("Currency"), currency.toUpper());
-    const QString type = m_screen[options::optNumberOnly].value() != 0     ? QStringLiteral("1")
-                         : m_screen[options::optAlphabetOnly].value() != 0 ? QStringLiteral("2")
-                                                                  : QStringLiteral("3");
+    const QString type = m_screen[options::optNumberOnly].value() != 0 ? QStringLiteral("1")
+        : m_screen[options::optAlphabetOnly].value() != 0              ? QStringLiteral("2")
+                                                                       : QStringLiteral("3");
     stored.save(keys::PassGenType, type);
     saveBind();
 }

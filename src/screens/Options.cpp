@@ -12,7 +12,6 @@ namespace marlet {
 
 namespace {
 
-
 struct TabInfo
 {
     int flag;
@@ -136,13 +135,13 @@ void Options::buildButtons()
     addLabelled(ControlKind::CommandButton, options::cmdHelp, QStringLiteral("? Help")).onClick = [this] {
         platform().messageBox(QStringLiteral("This section of Norvantis is for changing its settings. Check "
                                              "docs/README.md of your Marlet installation for more help?"),
-                              MsgStyle::Info);
+            MsgStyle::Info);
     };
     addLabelled(ControlKind::CommandButton, options::cmdOk, QStringLiteral("&Ok")).onClick = [this] { ok(); };
-    addLabelled(ControlKind::CommandButton, options::cmdCancel, QStringLiteral("Can&cel")).onClick = [this] { unload(); };
-    addLabelled(ControlKind::CommandButton, options::cmdApply, QStringLiteral("&Apply")).onClick = [this] {
-        applySettings();
-    };
+    addLabelled(ControlKind::CommandButton, options::cmdCancel, QStringLiteral("Can&cel")).onClick
+        = [this] { unload(); };
+    addLabelled(ControlKind::CommandButton, options::cmdApply, QStringLiteral("&Apply")).onClick
+        = [this] { applySettings(); };
 }
 
 void Options::buildSettingsField()
@@ -157,8 +156,8 @@ void Options::buildSettingsField()
     menu.setVisible(false);
     // The file operations behind the first two items are a piece of work of their own.
     for (const auto& [item, caption] : {std::pair {options::m_SaveToFile, "Save to File"},
-                                        std::pair {options::m_LoadFromFile, "Load from file"},
-                                        std::pair {options::m_SettingsCancel, "Cancel"}})
+             std::pair {options::m_LoadFromFile, "Load from file"},
+             std::pair {options::m_SettingsCancel, "Cancel"}})
         addLabelled(ControlKind::Menu, item, QLatin1String(caption)).setParentMenu(&menu);
     field.onClick = [this, &menu] { popupMenu(menu); };
     field.onKeyDown = [this, &menu](int&, int) { popupMenu(menu); };
@@ -218,8 +217,8 @@ void Options::askAboutClients()
         m_session.general.ClientUp = 0;
         return;
     }
-    platform().messageBox(QStringLiteral("Some settings will require restarting your systems to take effect!"),
-                          MsgStyle::Info);
+    platform().messageBox(
+        QStringLiteral("Some settings will require restarting your systems to take effect!"), MsgStyle::Info);
 }
 
 void Options::setApplyEnabled(bool enabled)
@@ -251,9 +250,9 @@ void Options::savePages()
     // A missing row or a refused write loses that write only; the saving goes on.
     Recordset options;
     options.Open(Statement(QStringLiteral("Select * from Options")),
-                 m_session.connection(),
-                 CursorType::Static,
-                 LockType::Optimistic);
+        m_session.connection(),
+        CursorType::Static,
+        LockType::Optimistic);
     for (int flag = 0; flag <= SmsFlag; ++flag) {
         if (flag == LastRowFlag + 1 && options.State() == 1) {
             options.Update();

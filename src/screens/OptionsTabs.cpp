@@ -10,9 +10,9 @@ namespace {
 class EmptyTab : public OptionsTab
 {
 public:
-    void build(Control&) override {}
-    void load() override {}
-    void apply(Recordset&) override {}
+    void build(Control&) override { }
+    void load() override { }
+    void apply(Recordset&) override { }
 };
 
 } // namespace

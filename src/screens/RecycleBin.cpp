@@ -14,7 +14,6 @@ namespace marlet {
 
 namespace {
 
-
 const QString CloseCaption = QStringLiteral("&Close Recycle");
 
 // A statement on the rows of one ticket name; the name is bound, never joined into the text.

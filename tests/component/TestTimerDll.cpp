@@ -1,5 +1,5 @@
-#include "platform/Form.h"
 #include "component/Component.h"
+#include "platform/Form.h"
 #include "platform/Operator.h"
 #include "script/ScriptedPlatform.h"
 #include "store/Connection.h"
@@ -53,7 +53,8 @@ private slots:
             QCOMPARE(form.name(), QStringLiteral("GenAcc"));
             QCOMPARE(f.session().general.SharedConnection->State(), 1);
         });
-        f.dll().LoadGenAc(f.cn1(), QStringLiteral("Cafe"), QStringLiteral("ADMINISTRATOR"), 0, QStringLiteral("C:\\Srv\\srv.exe"));
+        f.dll().LoadGenAc(
+            f.cn1(), QStringLiteral("Cafe"), QStringLiteral("ADMINISTRATOR"), 0, QStringLiteral("C:\\Srv\\srv.exe"));
         QVERIFY(f.session().general.SharedConnection);
         QCOMPARE(f.session().general.SharedConnection->State(), 1);
         Connection* kept = f.session().general.SharedConnection.get();
@@ -67,14 +68,14 @@ private slots:
             QCOMPARE(kept->State(), 1);
         });
         f.dll().LoadOptions(QStringLiteral("sqlite:/no/such/folder/x.db"),
-                            QStringLiteral("Cafe"),
-                            QStringLiteral("BOSS"),
-                            power,
-                            clientUp,
-                            20,
-                            QStringLiteral("1001"),
-                            QStringLiteral("eth0"),
-                            -1);
+            QStringLiteral("Cafe"),
+            QStringLiteral("BOSS"),
+            power,
+            clientUp,
+            20,
+            QStringLiteral("1001"),
+            QStringLiteral("eth0"),
+            -1);
         QVERIFY(!f.session().general.SharedConnection);
         QCOMPARE(power, qint16(-1));
         QCOMPARE(clientUp, qint16(0));
@@ -90,7 +91,8 @@ private slots:
     {
         Fixture f;
         f.closeNext();
-        f.dll().LoadGenAc(f.cn1(), QStringLiteral("Cafe"), QStringLiteral("CLERK"), -1, QStringLiteral("D:/srv/server.exe"));
+        f.dll().LoadGenAc(
+            f.cn1(), QStringLiteral("Cafe"), QStringLiteral("CLERK"), -1, QStringLiteral("D:/srv/server.exe"));
         QCOMPARE(f.session().general.ServerPath, QStringLiteral("D:/srv/server.exe"));
         QCOMPARE(f.session().general.serverFolder(), QStringLiteral("D:/srv"));
         f.closeNext([](Form& form) { QCOMPARE(form.caption(), QStringLiteral("Recycle Bin - Norvantis")); });
@@ -126,7 +128,7 @@ private slots:
         Fixture f;
         f.closeNext([](Form& form) { QCOMPARE(form.name(), QStringLiteral("GenAcc")); });
         f.dll().LoadGenAc(connectionString, QStringLiteral("Cafe"), QStringLiteral("ADMINISTRATOR"), 0, QString());
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenAcc")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenAcc")});
         verifyClean(f.platform);
     }
 
@@ -145,7 +147,7 @@ private slots:
             QVERIFY(!f.session().general.SharedConnection);
             verifyClean(f.platform);
         }
-        QCOMPARE(shown[0], (QStringList{QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
+        QCOMPARE(shown[0], (QStringList {QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
         QCOMPARE(shown[1], shown[0]);
     }
 
@@ -163,10 +165,7 @@ private slots:
         QCOMPARE(f.platform.formsShown().size(), 2);
     }
 
-    void testMessageTitleCarriesTheVersion()
-    {
-        QCOMPARE(MessageTitle(), QStringLiteral("Norvantis v2.3.1"));
-    }
+    void testMessageTitleCarriesTheVersion() { QCOMPARE(MessageTitle(), QStringLiteral("Norvantis v2.3.1")); }
 };
 
 QTEST_GUILESS_MAIN(TestTimerDll)

@@ -1,5 +1,5 @@
-#include "desktop/QtPlatform.h"
 #include "component/Component.h"
+#include "desktop/QtPlatform.h"
 #include "support/DesktopCafe.h"
 #include "support/ScreenDriver.h"
 #include "support/StoreTestDatabase.h"

@@ -1,6 +1,6 @@
-#include "desktop/QtPlatform.h"
 #include "component/Component.h"
 #include "component/ScreenRegistry.h"
+#include "desktop/QtPlatform.h"
 #include "support/DesktopCafe.h"
 #include "support/ScreenDriver.h"
 #include "support/StoreTestDatabase.h"

@@ -1,6 +1,6 @@
-#include "desktop/FormBinder.h"
 #include "component/Component.h"
 #include "component/ScreenRegistry.h"
+#include "desktop/FormBinder.h"
 #include "desktop/FormDialog.h"
 #include "desktop/views/ScreenViews.h"
 #include "platform/Form.h"

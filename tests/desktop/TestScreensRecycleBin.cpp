@@ -1,5 +1,5 @@
-#include "desktop/InputBoxDialog.h"
 #include "component/Component.h"
+#include "desktop/InputBoxDialog.h"
 #include "desktop/QtPlatform.h"
 #include "store/Recordset.h"
 #include "support/DesktopCafe.h"

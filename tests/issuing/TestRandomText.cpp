@@ -1,6 +1,6 @@
-#include "support/IssuingFixtures.h"
 #include "issuing/RandomText.h"
 #include "store/PreferenceKeys.h"
+#include "support/IssuingFixtures.h"
 
 #include <QHash>
 #include <QRandomGenerator>

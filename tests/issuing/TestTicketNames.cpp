@@ -1,6 +1,6 @@
-#include "support/IssuingFixtures.h"
 #include "issuing/TicketNames.h"
 #include "store/PreferenceKeys.h"
+#include "support/IssuingFixtures.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "support/IssuingFixtures.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
+#include "support/IssuingFixtures.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
-#include "inventory/BinReport.h"
 #include "component/Component.h"
 #include "component/ScreenRegistry.h"
+#include "inventory/BinReport.h"
 #include "platform/Form.h"
 #include "platform/Operator.h"
 #include "script/ScriptedPlatform.h"
@@ -80,7 +80,8 @@ void TestAccountInfo::openScreen()
 
 void TestAccountInfo::execute(const QString& statement)
 {
-    QVERIFY2(m_cafe->database.connection().Execute(Statement(statement)), qPrintable(m_cafe->database.connection().lastError()));
+    QVERIFY2(m_cafe->database.connection().Execute(Statement(statement)),
+        qPrintable(m_cafe->database.connection().lastError()));
 }
 
 QString TestAccountInfo::report(const char* table, BinReportKind kind)

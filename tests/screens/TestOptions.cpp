@@ -1,5 +1,5 @@
-#include "platform/Operator.h"
 #include "component/Component.h"
+#include "platform/Operator.h"
 #include "screens/GeneralTab.h"
 #include "screens/Options.h"
 #include "script/ScriptedPlatform.h"

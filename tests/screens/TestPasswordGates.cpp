@@ -1,5 +1,5 @@
-#include "platform/Form.h"
 #include "component/Component.h"
+#include "platform/Form.h"
 #include "platform/Operator.h"
 #include "screens/ContPass.h"
 #include "script/ScriptedPlatform.h"
@@ -40,7 +40,7 @@ private:
             QVERIFY(database.connection().Execute(
                 Statement(QStringLiteral("INSERT INTO Users (Username,Password,Type,Generate,enabled) Values "
                                          "('{}','{}','{}',{},true)"),
-                          {name, password, type, generate ? -1 : 0})));
+                    {name, password, type, generate ? -1 : 0})));
         }
         void setNoUser(bool on)
         {
@@ -215,7 +215,7 @@ private slots:
         f.platform.queueAction([](Form& top) { QCOMPARE(top.name(), QStringLiteral("GenAcc")); });
         closeTop(f.platform);
         f.openGenerateGate(QStringLiteral("administrator"));
-        QCOMPARE(f.platform.formsShown(), (QStringList{QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
+        QCOMPARE(f.platform.formsShown(), (QStringList {QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
         QVERIFY(f.session().general.SecondStaff.isEmpty());
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
@@ -228,7 +228,7 @@ private slots:
         press(f.platform, QStringLiteral("cmdOK"));
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("ADMINISTRATOR"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY(!f.session().general.SharedConnection);
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
@@ -242,7 +242,7 @@ private slots:
         f.platform.queueAction([](Form& gate) { QCOMPARE(gate.focused(), &gate[QStringLiteral("txtPassword1")]); });
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("CLERK"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 
@@ -254,7 +254,7 @@ private slots:
         press(f.platform, QStringLiteral("cmdOK"));
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("GHOST"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 
@@ -265,7 +265,7 @@ private slots:
         press(f.platform, QStringLiteral("cmdOK"));
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("ADMINISTRATOR' OR '1'='1"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY(f.platform.messages().empty());
     }
 
@@ -303,8 +303,8 @@ private slots:
         typeInto(f.platform, QStringLiteral("txtPassword1"), QStringLiteral("admin"));
         typeInto(f.platform, QStringLiteral("txtUsername2"), QStringLiteral("NOGEN"));
         typeInto(f.platform, QStringLiteral("txtPassword2"), QStringLiteral("NOGENPASS"));
-        f.platform.expectMessage(QStringLiteral("This Administrator's Account doesn't have access to Generate Ticket!"),
-                                 MsgStyle::Warning);
+        f.platform.expectMessage(
+            QStringLiteral("This Administrator's Account doesn't have access to Generate Ticket!"), MsgStyle::Warning);
         press(f.platform, QStringLiteral("cmdOK"));
         f.platform.queueAction([](Form& gate) { QCOMPARE(gate.focused(), &gate[QStringLiteral("txtUsername2")]); });
         press(f.platform, QStringLiteral("cmdCancel"));
@@ -318,7 +318,7 @@ private slots:
         f.openGenerateGate(QStringLiteral("NOGEN"));
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
         QCOMPARE(f.platform.formsShown(),
-                 (QStringList{QStringLiteral("GenPasstoAccs"), QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
+            (QStringList {QStringLiteral("GenPasstoAccs"), QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 
@@ -333,7 +333,7 @@ private slots:
         press(f.platform, QStringLiteral("cmdOK"));
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("ADMINISTRATOR"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 
@@ -349,7 +349,7 @@ private slots:
         press(f.platform, QStringLiteral("cmdOK"));
         press(f.platform, QStringLiteral("cmdCancel"));
         f.openGenerateGate(QStringLiteral("ADMINISTRATOR"));
-        QCOMPARE(f.platform.formsShown(), QStringList{QStringLiteral("GenPasstoAccs")});
+        QCOMPARE(f.platform.formsShown(), QStringList {QStringLiteral("GenPasstoAccs")});
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 
@@ -370,7 +370,7 @@ private slots:
         });
         closeTop(f.platform);
         f.openGenerateGate(QStringLiteral("ADMINISTRATOR"));
-        QCOMPARE(f.platform.formsShown(), (QStringList{QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
+        QCOMPARE(f.platform.formsShown(), (QStringList {QStringLiteral("GenPasstoAccs"), QStringLiteral("GenAcc")}));
         QVERIFY2(f.platform.failures().isEmpty(), qPrintable(f.platform.failures().join(u'\n')));
     }
 };

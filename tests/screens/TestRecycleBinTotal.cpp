@@ -1,6 +1,6 @@
-#include "platform/Form.h"
 #include "component/Component.h"
 #include "component/ScreenRegistry.h"
+#include "platform/Form.h"
 #include "platform/Operator.h"
 #include "script/ScriptedPlatform.h"
 #include "support/ScriptedCafe.h"

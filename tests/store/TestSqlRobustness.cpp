@@ -1,6 +1,6 @@
-#include "support/WrittenStatements.h"
 #include "store/SqlTokenizer.h"
 #include "store/SqlTranslator.h"
+#include "support/WrittenStatements.h"
 
 #include <QRandomGenerator>
 #include <QTest>

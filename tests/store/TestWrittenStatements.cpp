@@ -1,10 +1,10 @@
-#include "support/WrittenStatements.h"
 #include "store/Connection.h"
 #include "store/DatabaseInit.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
-#include "store/SqliteEngine.h"
 #include "store/SqlTranslator.h"
+#include "store/SqliteEngine.h"
+#include "support/WrittenStatements.h"
 
 #include <QSqlDatabase>
 #include <QSqlDriver>

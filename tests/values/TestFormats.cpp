@@ -364,7 +364,8 @@ void TestFormats::testRandomFormatsKeepTheInvariants()
         const qint64 whole = random.bounded(0, 100000000);
         QCOMPARE(format(double(whole), QString(zeros, u'0')), QString::number(whole).rightJustified(zeros, u'0'));
         const QString twoPlaces = format(number, u"0.00"_s);
-        QVERIFY2(std::fabs(leadingNumber(twoPlaces) - number) <= 0.005 + std::fabs(number) * 1e-14, qPrintable(twoPlaces));
+        QVERIFY2(
+            std::fabs(leadingNumber(twoPlaces) - number) <= 0.005 + std::fabs(number) * 1e-14, qPrintable(twoPlaces));
         QCOMPARE(leadingNumber(format(number, u"#,##0.00"_s).remove(u',')), leadingNumber(twoPlaces));
     }
 }

@@ -36,7 +36,8 @@ QFormLayout* bareForm()
 }
 
 // "Hours: [  ]  Min(s): [  ]" with `label` in the label column (a caption or a check box).
-void addTimeRow(ViewKit& kit, QFormLayout& form, QWidget* label, QWidget* page, const QString& hours, const QString& minutes)
+void addTimeRow(
+    ViewKit& kit, QFormLayout& form, QWidget* label, QWidget* page, const QString& hours, const QString& minutes)
 {
     QWidget* hoursField = sized(kit.make(hours, page), numberFieldWidth);
     QLabel* minutesCaption = kit.caption(minutes, page);
@@ -63,8 +64,12 @@ void addCostRow(
 }
 
 // The expiry list, its days field and the field's "day(s)" label.
-void addExpiryRow(
-    ViewKit& kit, QFormLayout& form, QWidget* page, const QString& expiry, const QString& days, const QString& daysLabel)
+void addExpiryRow(ViewKit& kit,
+    QFormLayout& form,
+    QWidget* page,
+    const QString& expiry,
+    const QString& days,
+    const QString& daysLabel)
 {
     QLabel* caption = kit.caption(expiry, page);
     QWidget* expiryList = kit.make(expiry, page);
@@ -133,7 +138,8 @@ QWidget* newTicketPage(ViewKit& kit, QWidget* area)
     auto* fields = new QVBoxLayout;
     addAll(*fields, {manual, quick});
     fields->addLayout(more);
-    QVBoxLayout* options = optionColumn(kit, page, {genacc::chkVIP, genacc::chkFlex, genacc::chkTimePeriod, genacc::chkOnce});
+    QVBoxLayout* options
+        = optionColumn(kit, page, {genacc::chkVIP, genacc::chkFlex, genacc::chkTimePeriod, genacc::chkOnce});
     options->addLayout(pickerForm(kit, page, {genacc::dtStart, genacc::dtEnd}));
     layOutPage(page, fields, options, kit.make(genacc::cmdGenerate, page));
     return page;
@@ -146,10 +152,11 @@ QWidget* customTicketPage(ViewKit& kit, QWidget* area)
     for (const QString& text : {genacc::txtCustomUsername, genacc::txtCustomPassword})
         sized(kit.addRow(*fields, text, page), textFieldWidth);
     addTimeRow(kit, *fields, nullptr, page, genacc::cboCustomHours, genacc::cboCustomMinutes);
-    addCostRow(kit, *fields, kit.caption(genacc::cboCustomCost, page), page, genacc::lblCustomCurrency, genacc::cboCustomCost);
+    addCostRow(
+        kit, *fields, kit.caption(genacc::cboCustomCost, page), page, genacc::lblCustomCurrency, genacc::cboCustomCost);
     addExpiryRow(kit, *fields, page, genacc::cboCustomExpiry, genacc::txtCustomDays, genacc::lblCustomDays);
-    QVBoxLayout* options
-        = optionColumn(kit, page, {genacc::chkCustomFlex, genacc::chkCustomVIP, genacc::chkCustomTimePeriod, genacc::chkCustomOnce});
+    QVBoxLayout* options = optionColumn(
+        kit, page, {genacc::chkCustomFlex, genacc::chkCustomVIP, genacc::chkCustomTimePeriod, genacc::chkCustomOnce});
     options->addLayout(pickerForm(kit, page, {genacc::dtCustomStart, genacc::dtCustomEnd}));
     layOutPage(page, fields, options, kit.make(genacc::cmdCreateCustom, page));
     return page;
@@ -161,8 +168,10 @@ QWidget* membershipPage(ViewKit& kit, QWidget* area)
     QFormLayout* fields = bareForm();
     for (const QString& text : {genacc::txtMemberUsername, genacc::txtMemberPassword})
         sized(kit.addRow(*fields, text, page), textFieldWidth);
-    addTimeRow(kit, *fields, kit.make(genacc::chkUseTime, page), page, genacc::cboMemberHours, genacc::cboMemberMinutes);
-    addCostRow(kit, *fields, kit.caption(genacc::cboMemberCost, page), page, genacc::lblMemberCurrency, genacc::cboMemberCost);
+    addTimeRow(
+        kit, *fields, kit.make(genacc::chkUseTime, page), page, genacc::cboMemberHours, genacc::cboMemberMinutes);
+    addCostRow(
+        kit, *fields, kit.caption(genacc::cboMemberCost, page), page, genacc::lblMemberCurrency, genacc::cboMemberCost);
     QWidget* recharge = kit.make(genacc::chkRecharge, page);
     QWidget* rechargeDays = kit.make(genacc::cboRechargeDays, page);
     QWidget* rechargePeriod = kit.make(genacc::cboRechargePeriod, page);
@@ -219,7 +228,8 @@ QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
 
     // Text commands that act as links.
     auto* links = new QVBoxLayout;
-    for (const QString& command : {genacc::m_search, genacc::m_password, genacc::m_del, genacc::m_change, genacc::m_recharge}) {
+    for (const QString& command :
+        {genacc::m_search, genacc::m_password, genacc::m_del, genacc::m_change, genacc::m_recharge}) {
         QLabel* link = kit.label(command, page);
         if (!link)
             continue;
@@ -234,7 +244,10 @@ QWidget* existingTicketPage(ViewKit& kit, QWidget* area)
     layout->addStretch(1);
 
     auto* buttons = new QVBoxLayout;
-    addAll(*buttons, {kit.make(genacc::Command4, page), kit.make(genacc::cmdPrintExisting, page), kit.make(genacc::Command10, page)});
+    addAll(*buttons,
+        {kit.make(genacc::Command4, page),
+            kit.make(genacc::cmdPrintExisting, page),
+            kit.make(genacc::Command10, page)});
     buttons->addStretch(1);
     layout->addLayout(buttons);
     return page;
@@ -244,7 +257,8 @@ QWidget* settingsPage(ViewKit& kit, QWidget* area)
 {
     auto* page = kit.frame(genacc::FSetting, new QWidget(area));
     auto* layout = new QVBoxLayout(page);
-    addAll(*layout, {kit.make(genacc::chkAutoSave, page), kit.make(genacc::chkNoList, page), kit.make(genacc::Check4, page)});
+    addAll(*layout,
+        {kit.make(genacc::chkAutoSave, page), kit.make(genacc::chkNoList, page), kit.make(genacc::Check4, page)});
 
     auto* sizes = kit.frame(genacc::FPrintSize, new QGroupBox(page));
     auto* choices = new QGridLayout(sizes);

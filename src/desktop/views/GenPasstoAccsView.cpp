@@ -32,8 +32,10 @@ void buildGenPasstoAccsView(Form& form, QWidget& root, ViewWidgets& widgets)
     ViewKit kit(form, widgets);
     auto* layout = new QHBoxLayout(&root);
     auto* logins = new QVBoxLayout;
-    QFormLayout* first = addLogin(kit, root, *logins, genpasstoaccs::Frame1, genpasstoaccs::txtUsername1, genpasstoaccs::txtPassword1);
-    QFormLayout* second = addLogin(kit, root, *logins, genpasstoaccs::Frame2, genpasstoaccs::txtUsername2, genpasstoaccs::txtPassword2);
+    QFormLayout* first
+        = addLogin(kit, root, *logins, genpasstoaccs::Frame1, genpasstoaccs::txtUsername1, genpasstoaccs::txtPassword1);
+    QFormLayout* second
+        = addLogin(kit, root, *logins, genpasstoaccs::Frame2, genpasstoaccs::txtUsername2, genpasstoaccs::txtPassword2);
     logins->addStretch(1);
     layout->addLayout(logins);
 

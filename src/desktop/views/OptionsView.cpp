@@ -42,7 +42,9 @@ QVBoxLayout* serverColumn(ViewKit& kit, QWidget* page)
     sized(kit.addRow(*codes, options::txtPrefix, page), shortFieldWidth);
     sized(kit.addRow(*codes, options::txtCurrency, page), shortFieldWidth);
     left->addLayout(codes);
-    left->addLayout(column(kit, page, {options::chkSetTime, options::chkShutDownClients, options::chkCheckConnection, options::chkSameIP}));
+    left->addLayout(column(kit,
+        page,
+        {options::chkSetTime, options::chkShutDownClients, options::chkCheckConnection, options::chkSameIP}));
     left->addSpacing(8);
     // The adaptor's caption is long: it stands above its list and the text beside it.
     QLabel* caption = kit.caption(options::cboBindType, page);
@@ -59,7 +61,10 @@ QGroupBox* passGenFrame(ViewKit& kit, QWidget* page)
 {
     auto* frame = kit.frame(options::FPassGenType, new QGroupBox(page));
     auto* options = new QHBoxLayout(frame);
-    addAll(*options, {kit.make(options::optNumberOnly, frame), kit.make(options::optAlphabetOnly, frame), kit.make(options::optBoth, frame)});
+    addAll(*options,
+        {kit.make(options::optNumberOnly, frame),
+            kit.make(options::optAlphabetOnly, frame),
+            kit.make(options::optBoth, frame)});
     options->addStretch(1);
     return frame;
 }
@@ -81,7 +86,8 @@ QVBoxLayout* ticketColumn(ViewKit& kit, QWidget* page)
     auto* right = new QVBoxLayout;
     addAll(*right, {passGenFrame(kit, page), portFrame(kit, page)});
     right->addLayout(column(kit, page, {options::chkLoadStart, options::chkFrontDesk, options::chkSiteDate}));
-    right->addLayout(line({kit.make(options::chkLogLimit, page), sized(kit.make(options::txtLogLimit, page), shortFieldWidth)}));
+    right->addLayout(
+        line({kit.make(options::chkLogLimit, page), sized(kit.make(options::txtLogLimit, page), shortFieldWidth)}));
     right->addStretch(1);
     return right;
 }
@@ -106,7 +112,8 @@ QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
     }
     addAll(*bottom, {kit.make(options::cmdHelp, &root)});
     bottom->addStretch(1);
-    addAll(*bottom, {kit.make(options::cmdOk, &root), kit.make(options::cmdCancel, &root), kit.make(options::cmdApply, &root)});
+    addAll(*bottom,
+        {kit.make(options::cmdOk, &root), kit.make(options::cmdCancel, &root), kit.make(options::cmdApply, &root)});
     // Enter presses no button by itself on this screen, so none is drawn as the default one.
     for (auto* button : root.findChildren<QPushButton*>())
         button->setAutoDefault(false);
