@@ -44,7 +44,7 @@ public:
         m_host.ProgressAdjust();
     }
 
-    void purgeRound() override { m_bar.setValue(m_bar.value() + 1); }
+    void purgeRound() override { m_host.stepProgress(); }
 
     void purgeFinished() override
     {
@@ -217,7 +217,6 @@ bool TicketDeletion::deleteRows(const Branch& branch, const RecycleRouting& rout
 {
     Platform& platform = m_host.platform();
     GridData& grid = m_host.ticketGrid().grid();
-    Control& bar = m_host.progressBar();
     Connection& connection = m_host.session().connection();
     const long count = m_tickets.RecordCount();
     // The running number is a 16-bit counter: counting past its range is a failing step.
@@ -233,7 +232,7 @@ bool TicketDeletion::deleteRows(const Branch& branch, const RecycleRouting& rout
         if (!m_tickets.Eof())
             m_tickets.MoveNext();
         platform.yield();
-        bar.setValue(bar.value() + 1);
+        m_host.stepProgress();
         if (m_host.StopRequested)
             return false;
     }

@@ -85,7 +85,7 @@ void TicketListing::viewSelection()
             if (!tickets.Eof())
                 tickets.MoveNext();
             platform.yield();
-            bar.setValue(bar.value() + 1);
+            m_host.stepProgress();
             if (m_host.StopRequested) {
                 tickets.Close();
                 m_host.EndProgress();

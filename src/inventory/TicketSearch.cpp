@@ -87,7 +87,7 @@ void TicketSearch::listFound(Recordset& found)
     m_host.ProgressAdjust();
     m_host.StartProgress();
     for (long i = 1; i <= count; ++i) {
-        bar.setValue(bar.value() + 1);
+        m_host.stepProgress();
         m_host.platform().yield();
         grid.addItem(ticketRowLine(QString::number(i), ticketRowFields(found), passwordsHidden()));
         if (!found.Eof())

@@ -233,8 +233,7 @@ bool BatchGeneration::storageFull()
     // a hundred thousand rows.
     const long stored = Recordset::countRows(
         Statement(QStringLiteral("Select * from Account where member=false")), m_host.session().connection());
-    Control& bar = m_host.progressBar();
-    bar.setValue(bar.value() + 1);
+    m_host.stepProgress();
     platform.sleep(100);
     if (stored > StorageLimit) {
         platform.messageBox(QStringLiteral("The Ticket Storage is full! Use the Clean Up utility in OPTION to remove "
@@ -289,8 +288,7 @@ bool BatchGeneration::makeTickets()
         }
         makeTicket(position, tickets);
         platform.yield();
-        Control& bar = m_host.progressBar();
-        bar.setValue(bar.value() + 1);
+        m_host.stepProgress();
     }
     tickets.Close();
     m_number = float(position);

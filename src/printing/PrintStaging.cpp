@@ -257,7 +257,7 @@ void PrintStaging::advanceBar(const ScratchTable& table)
 {
     Control& bar = m_host.progressBar();
     if (table.perRow == 2 || bar.value() < bar.maximum())
-        bar.setValue(bar.value() + 1);
+        m_host.stepProgress();
 }
 
 bool PrintStaging::preview(const ScratchTable& table)
