@@ -14,6 +14,8 @@
 
 #include <QCoreApplication>
 
+#include <unistd.h>
+
 namespace marlet::host {
 
 namespace {
@@ -51,6 +53,22 @@ public:
             generate(form);
         else
             TerminalPlatform::showModal(form);
+    }
+
+    // While the batch runs, a line on the terminal follows the screen's progress bar; when the
+    // output goes to a file or a pipe it stays quiet.
+    void yield() override
+    {
+        TerminalPlatform::yield();
+        if (!m_progressForm || !m_showProgress)
+            return;
+        const Control& bar = (*m_progressForm)[QStringLiteral("ProgressBar1")];
+        const Control& panel = (*m_progressForm)[QStringLiteral("FProgress")];
+        if (!panel.visible() || bar.maximum() <= 0 || bar.value() == m_shownProgress)
+            return;
+        m_shownProgress = bar.value();
+        m_out << QStringLiteral("\rGenerating tickets: %1 of %2").arg(m_shownProgress).arg(bar.maximum()) << Qt::flush;
+        m_progressLineOpen = true;
     }
 
     bool gatePassed() const { return m_gatePassed; }
@@ -116,7 +134,11 @@ private:
         chooseTimeFrame(form);
         if (m_options.flag(QStringLiteral("vip")))
             Operator::tick(form[QStringLiteral("chkVIP")], true);
+        m_progressForm = &form;
         Operator::click(form[QStringLiteral("cmdGenerate")]);
+        m_progressForm = nullptr;
+        if (m_progressLineOpen)
+            m_out << Qt::endl;
         const GridData& grid = form[QStringLiteral("PrintList")].grid();
         for (int row = 0; row < grid.rows(); ++row)
             m_batch << grid.rowText(row);
@@ -146,6 +168,10 @@ private:
 
     const HostOptions& m_options;
     QTextStream& m_out;
+    const bool m_showProgress = isatty(STDOUT_FILENO) == 1;
+    Form* m_progressForm = nullptr;
+    int m_shownProgress = -1;
+    bool m_progressLineOpen = false;
     bool m_gatePassed = false;
     QString m_lastWarning;
     QStringList m_batch;
@@ -171,7 +197,7 @@ bool printBatch(const QString& connectionString, const QStringList& gridLines, Q
         || !tickets.Open(Statement(QStringLiteral("Select * From Account where TicketGrp = '{}' order by TicketNo"), {group}),
                          connection)) {
         err << "marlet generate: the batch was made but cannot be read back: " << connection.lastError()
-            << tickets.lastError() << Qt::endl;
+            << tickets.lastError() << "; list it on the generate screen (marlet load-gen-acc)" << Qt::endl;
         return false;
     }
     printLine(gridLines.first(), out);
@@ -193,12 +219,16 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
         flag(options.flag(QStringLiteral("power"))),
         options.value(QStringLiteral("path")));
     if (!driver.gatePassed()) {
-        err << "marlet generate: the password gate refused: " << driver.lastWarning() << Qt::endl;
+        err << "marlet generate: the password gate refused"
+            << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning())
+            << "; check --user and --password (and --second-user, --second-password where two are required)"
+            << Qt::endl;
         return 1;
     }
     if (driver.batch().size() < 2) {
         err << "marlet generate: no tickets were made"
-            << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning()) << Qt::endl;
+            << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning())
+            << "; change the options and run it again (`marlet generate --help` lists them)" << Qt::endl;
         return 1;
     }
     return printBatch(options.value(QStringLiteral("db")), driver.batch(), out, err) ? 0 : 1;

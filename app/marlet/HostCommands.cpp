@@ -1,5 +1,6 @@
 #include "HostCommands.h"
 
+#include "CommandCatalogue.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
 
@@ -103,7 +104,7 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
 {
     const QString db = options.value(QStringLiteral("db"));
     if (db.isEmpty()) {
-        err << "marlet init: --db is required" << Qt::endl;
+        err << "marlet init: --db is required: give the file of the new database, e.g. --db cafe.db" << Qt::endl;
         return 2;
     }
     DatabaseInit init;
@@ -126,41 +127,26 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
 
 } // namespace
 
-void printUsage(QTextStream& out)
-{
-    out << "usage: marlet <command> [options]\n"
-           "\n"
-           "Entry operations (each shows one modal screen):\n"
-           "  load-gen-acc      --db CN --user NAME [--power] [--path PATH] [--app TITLE]\n"
-           "  load-auto-gen     same as load-gen-acc\n"
-           "  load-gen-ac       same, without the password gate; the connection stays open\n"
-           "  load-options      --db CN --user NAME [--power] [--max N] [--ports P] [--port-name N]\n"
-           "                    [--hide-account]\n"
-           "  load-account-info --db CN [--ticket NAME]\n"
-           "  load-recycle-bin  --db CN\n"
-           "Other commands:\n"
-           "  init              --db PATH [--admin-password PW] [--force]\n"
-           "  script            FILE          run a scenario script (see docs/scenarios.md)\n"
-           "  generate          --db CN [--user NAME] [--password PW] [--number N] [--hours H]\n"
-           "                    [--minutes M] [--cost C] [--expiry fixed|flexible|never] [--days D]\n"
-           "                    [--time-frame HH:mm-HH:mm] [--once] [--vip] [--yes] [--print yes|no]\n"
-           "                    [--second-user NAME --second-password PW]\n"
-           "                    make one batch of tickets and print it; questions not answered by\n"
-           "                    the options are asked on the terminal\n"
-           "Common options:\n"
-           "  --prefs DIR       folder of the preference file (else $MARLET_PREFS, else ~/.config/marlet)\n"
-           "  --app-dir DIR     the component's data folder (else $MARLET_APP_DIR, else ~/.local/share/marlet)\n"
-           "  --headless        use the terminal even when a display is present\n"
-           "CN is a connection string: sqlite:PATH, a bare PATH, or Data Source=PATH.\n"
-        << Qt::flush;
-}
-
 int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     const QString command = arguments.first();
+    const CommandSpec* spec = findCommand(command);
+    if (!spec) {
+        err << "marlet: unknown command " << command << "; `marlet --help` lists the commands" << Qt::endl;
+        return 2;
+    }
     HostOptions options;
-    if (!options.parse(arguments.mid(1))) {
+    if (!options.parse(arguments.mid(1), *spec)) {
         err << "marlet " << command << ": " << options.error() << Qt::endl;
+        return 2;
+    }
+    if (options.helpRequested()) {
+        printCommandHelp(*spec, out);
+        return 0;
+    }
+    if (spec->positional.isEmpty() && !options.positional().isEmpty()) {
+        err << "marlet " << command << ": unexpected word \"" << options.positional().first()
+            << "\"; options start with --, and `marlet " << command << " --help` lists them" << Qt::endl;
         return 2;
     }
     if (command == QLatin1String("init")) {
@@ -174,15 +160,10 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     if (command == QLatin1String("script")) {
         QCoreApplication application(argc, argv);
         if (options.positional().size() != 1) {
-            err << "marlet script: give one scenario file" << Qt::endl;
+            err << "marlet script: give one scenario file, e.g. marlet script tests/screens/gates.scenario" << Qt::endl;
             return 2;
         }
         return runScenarioFile(options.positional().first(), out, entryOperations());
-    }
-    if (!isEntryOperation(command)) {
-        err << "marlet: unknown command " << command << Qt::endl;
-        printUsage(err);
-        return 2;
     }
     Surface surface = makeSurface(argc, argv, options.flag(QStringLiteral("headless")), out);
     Component component(*surface.platform,

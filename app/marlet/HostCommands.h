@@ -5,8 +5,6 @@
 
 namespace marlet::host {
 
-void printUsage(QTextStream& out);
-
 // Runs one subcommand; `arguments` starts with the subcommand's name. Returns the exit status.
 int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, QTextStream& err);
 

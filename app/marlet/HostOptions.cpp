@@ -1,91 +1,64 @@
 #include "HostOptions.h"
 
+#include "CommandCatalogue.h"
+
 namespace marlet::host {
 
 namespace {
 
-const QStringList valueOptions = {
-    QStringLiteral("db"),
-    QStringLiteral("app"),
-    QStringLiteral("user"),
-    QStringLiteral("path"),
-    QStringLiteral("max"),
-    QStringLiteral("ports"),
-    QStringLiteral("port-name"),
-    QStringLiteral("ticket"),
-    QStringLiteral("prefs"),
-    QStringLiteral("app-dir"),
-    QStringLiteral("admin-password"),
-    QStringLiteral("number"),
-    QStringLiteral("hours"),
-    QStringLiteral("minutes"),
-    QStringLiteral("cost"),
-    QStringLiteral("expiry"),
-    QStringLiteral("days"),
-    QStringLiteral("time-frame"),
-    QStringLiteral("print"),
-    QStringLiteral("password"),
-    QStringLiteral("second-user"),
-    QStringLiteral("second-password"),
-};
-
-const QStringList flagOptions = {
-    QStringLiteral("power"),
-    QStringLiteral("hide-account"),
-    QStringLiteral("headless"),
-    QStringLiteral("force"),
-    QStringLiteral("once"),
-    QStringLiteral("vip"),
-    QStringLiteral("yes"),
-};
+QString acceptedList(const QStringList& accepted)
+{
+    QStringList quoted = accepted;
+    const QString last = quoted.takeLast();
+    return quoted.isEmpty() ? last : quoted.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
+}
 
 } // namespace
 
-bool HostOptions::parse(const QStringList& words)
+bool HostOptions::fail(const QString& error)
 {
+    m_error = error;
+    return false;
+}
+
+bool HostOptions::parse(const QStringList& words, const CommandSpec& command)
+{
+    const QString seeHelp = QStringLiteral("; `marlet %1 --help` lists the options").arg(command.name);
     for (qsizetype i = 0; i < words.size(); ++i) {
         const QString& word = words.at(i);
+        if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
+            m_help = true;
+            continue;
+        }
         if (!word.startsWith(QLatin1String("--"))) {
             m_positional << word;
             continue;
         }
         QString name = word.mid(2);
-        QString inlineValue;
         const qsizetype equals = name.indexOf(u'=');
-        if (equals >= 0) {
-            inlineValue = name.mid(equals + 1);
-            name = name.left(equals);
-        }
-        if (flagOptions.contains(name)) {
+        QString text = equals >= 0 ? name.mid(equals + 1) : QString();
+        if (equals >= 0)
+            name.truncate(equals);
+        const OptionSpec* option = command.option(name);
+        if (!option)
+            return fail(QStringLiteral("unknown option --%1").arg(name) + seeHelp);
+        if (option->isFlag()) {
+            if (equals >= 0)
+                return fail(QStringLiteral("--%1 takes no value; give it alone").arg(name));
             m_flags << name;
-        } else if (valueOptions.contains(name)) {
-            if (equals < 0) {
-                if (i + 1 >= words.size()) {
-                    m_error = QStringLiteral("--%1 needs a value").arg(name);
-                    return false;
-                }
-                inlineValue = words.at(++i);
-            }
-            m_values.insert(name, inlineValue);
-        } else {
-            m_error = QStringLiteral("unknown option --%1").arg(name);
-            return false;
+            continue;
         }
+        if (equals < 0) {
+            if (i + 1 >= words.size())
+                return fail(QStringLiteral("--%1 needs a value (%2)").arg(name, option->valueName) + seeHelp);
+            text = words.at(++i);
+        }
+        if (!option->accepted.isEmpty() && !option->accepted.contains(text)) {
+            return fail(QStringLiteral("--%1 takes %2, not \"%3\"").arg(name, acceptedList(option->accepted), text));
+        }
+        m_values.insert(name, text);
     }
     return true;
-}
-
-bool isEntryOperation(const QString& command)
-{
-    static const QStringList operations = {
-        QStringLiteral("load-account-info"),
-        QStringLiteral("load-options"),
-        QStringLiteral("load-gen-ac"),
-        QStringLiteral("load-gen-acc"),
-        QStringLiteral("load-recycle-bin"),
-        QStringLiteral("load-auto-gen"),
-    };
-    return operations.contains(command);
 }
 
 } // namespace marlet::host

@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -115,6 +116,140 @@ private slots:
         const Run run = marlet({QStringLiteral("load-options"), QStringLiteral("--colour"), QStringLiteral("red")});
         QCOMPARE(run.exitCode, 2);
         QVERIFY(run.err.contains(QStringLiteral("unknown option --colour")));
+        QVERIFY2(
+            run.err.contains(QStringLiteral("`marlet load-options --help` lists the options")), qPrintable(run.err));
+    }
+
+    void testAnOptionOfAnotherCommandIsRefused()
+    {
+        const Run run = marlet({QStringLiteral("init"), QStringLiteral("--number"), QStringLiteral("5")});
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(QStringLiteral("marlet init: unknown option --number")), qPrintable(run.err));
+    }
+
+    void testVersionIsTheProjectVersion()
+    {
+        const Run run = marlet({QStringLiteral("--version")});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, QStringLiteral("marlet 2.3.1\n"));
+    }
+
+    void testUsageListsEveryCommand()
+    {
+        const Run run = marlet({QStringLiteral("--help")});
+        QCOMPARE(run.exitCode, 0);
+        for (const char* command : {"load-gen-acc",
+                 "load-auto-gen",
+                 "load-gen-ac",
+                 "load-options",
+                 "load-account-info",
+                 "load-recycle-bin",
+                 "init",
+                 "script",
+                 "generate"})
+            QVERIFY2(run.out.contains(QStringLiteral("\n  %1 ").arg(QLatin1String(command))), command);
+    }
+
+    void testCommandHelpListsEachOptionOnItsOwnLine_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("init") << QStringLiteral("init")
+                              << QStringList {QStringLiteral("--db PATH"),
+                                     QStringLiteral("--admin-password PW"),
+                                     QStringLiteral("--force"),
+                                     QStringLiteral("--app-dir DIR")};
+        QTest::newRow("generate") << QStringLiteral("generate")
+                                  << QStringList {QStringLiteral("--expiry fixed|flexible|never"),
+                                         QStringLiteral("--print yes|no"),
+                                         QStringLiteral("--number N"),
+                                         QStringLiteral("--time-frame HH:mm-HH:mm")};
+        QTest::newRow("load-options") << QStringLiteral("load-options")
+                                      << QStringList {QStringLiteral("--hide-account"),
+                                             QStringLiteral("--max N"),
+                                             QStringLiteral("--headless")};
+    }
+
+    void testCommandHelpListsEachOptionOnItsOwnLine()
+    {
+        QFETCH(QString, command);
+        QFETCH(QStringList, options);
+        const Run run = marlet({command, QStringLiteral("--help")});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.startsWith(QStringLiteral("usage: marlet ") + command), qPrintable(run.out));
+        for (const QString& option : options)
+            QVERIFY2(run.out.contains(QStringLiteral("\n  ") + option + QStringLiteral("  ")), qPrintable(option));
+    }
+
+    void testAValueOutsideTheAcceptedOnesNamesThem()
+    {
+        const Run run = marlet({QStringLiteral("generate"), QStringLiteral("--expiry"), QStringLiteral("monthly")});
+        QCOMPARE(run.exitCode, 2);
+        QCOMPARE(
+            run.err, QStringLiteral("marlet generate: --expiry takes fixed, flexible or never, not \"monthly\"\n"));
+    }
+
+    void testAMissingValueNamesTheOption()
+    {
+        const Run run = marlet({QStringLiteral("init"), QStringLiteral("--db")});
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.startsWith(QStringLiteral("marlet init: --db needs a value (PATH)")), qPrintable(run.err));
+    }
+
+    void testAStrayWordIsRefused()
+    {
+        const Run run = marlet({QStringLiteral("init"), path("stray.db")});
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(QStringLiteral("unexpected word")), qPrintable(run.err));
+        QVERIFY(!QFile::exists(path("stray.db")));
+    }
+
+    void testAnUnknownCommandSaysWhereTheCommandsAre()
+    {
+        const Run run = marlet({QStringLiteral("generat")});
+        QCOMPARE(run.exitCode, 2);
+        QCOMPARE(run.err, QStringLiteral("marlet: unknown command generat; `marlet --help` lists the commands\n"));
+    }
+
+    void testBatchProgressStaysQuietWhenNotOnATerminal()
+    {
+        const Run run = marlet(QStringList {QStringLiteral("generate"),
+                                   QStringLiteral("--password"),
+                                   QStringLiteral("secret"),
+                                   QStringLiteral("--number"),
+                                   QStringLiteral("2"),
+                                   QStringLiteral("--hours"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--yes")}
+            + common());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(!run.out.contains(QStringLiteral("Generating tickets")), qPrintable(run.out));
+    }
+
+    void testBatchProgressShowsOnATerminal()
+    {
+        // script(1) gives the program a pseudo-terminal as its output.
+        QStringList words = QStringList {QStringLiteral(MARLET_BINARY),
+                                QStringLiteral("generate"),
+                                QStringLiteral("--password"),
+                                QStringLiteral("secret"),
+                                QStringLiteral("--number"),
+                                QStringLiteral("3"),
+                                QStringLiteral("--hours"),
+                                QStringLiteral("1"),
+                                QStringLiteral("--yes")}
+            + common();
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        process.setProcessEnvironment(environment);
+        process.start(
+            QStringLiteral("script"), {QStringLiteral("-qec"), words.join(u' '), QStringLiteral("/dev/null")});
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished(60000));
+        const QString out = QString::fromUtf8(process.readAllStandardOutput());
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY2(out.contains(QStringLiteral("\rGenerating tickets: 3 of 3")), qPrintable(out));
     }
 };
 

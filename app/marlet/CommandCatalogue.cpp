@@ -1,0 +1,168 @@
+#include "CommandCatalogue.h"
+
+#include <algorithm>
+
+namespace marlet::host {
+
+namespace {
+
+OptionSpec value(const char* name, const char* valueName, const char* help, QStringList accepted = {})
+{
+    return {QLatin1String(name), QLatin1String(valueName), QLatin1String(help), std::move(accepted)};
+}
+
+OptionSpec flagOption(const char* name, const char* help)
+{
+    return {QLatin1String(name), {}, QLatin1String(help), {}};
+}
+
+const OptionSpec db = value("db", "CN", "the database: sqlite:PATH, a bare PATH or Data Source=PATH");
+const OptionSpec app = value("app", "TITLE", "the host's title in message boxes (default Norvantis)");
+const OptionSpec user = value("user", "NAME", "the staff member at the counter");
+const OptionSpec power = flagOption("power", "the host runs with administrator power");
+const OptionSpec path = value("path", "DIR", "the server folder (member pictures live below it)");
+const OptionSpec prefs = value("prefs", "DIR", "folder of preferences.ini (else $MARLET_PREFS, else ~/.config/marlet)");
+const OptionSpec appDir = value("app-dir", "DIR", "the data folder (else $MARLET_APP_DIR, else ~/.local/share/marlet)");
+const OptionSpec headless = flagOption("headless", "use the terminal even when a display is present");
+
+QList<OptionSpec> screenOptions(QList<OptionSpec> own)
+{
+    own << prefs << appDir << headless;
+    return own;
+}
+
+CommandSpec generateScreen(const char* name, const char* summary)
+{
+    return {QLatin1String(name), QLatin1String(summary), {}, screenOptions({db, app, user, power, path})};
+}
+
+QList<CommandSpec> makeCommands()
+{
+    return {
+        generateScreen("load-gen-acc", "the generate screen behind the password gate"),
+        generateScreen("load-auto-gen", "the same as load-gen-acc"),
+        generateScreen("load-gen-ac", "the generate screen without the password gate; the connection stays open"),
+        {QStringLiteral("load-options"),
+            QStringLiteral("the settings screen"),
+            {},
+            screenOptions({db,
+                app,
+                user,
+                power,
+                value("max", "N", "the number of computers the licence allows (default 5)"),
+                value("ports", "P", "the server's ports"),
+                value("port-name", "NAME", "the server's port name"),
+                flagOption("hide-account", "leave the User Account tab out")})},
+        {QStringLiteral("load-account-info"),
+            QStringLiteral("the ticket information screen"),
+            {},
+            screenOptions({db, app, value("ticket", "NAME", "the ticket to show")})},
+        {QStringLiteral("load-recycle-bin"), QStringLiteral("the recycle bin"), {}, screenOptions({db, app})},
+        {QStringLiteral("init"),
+            QStringLiteral("create a new database with its ADMINISTRATOR account"),
+            {},
+            {value("db", "PATH", "the file of the new database"),
+                value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),
+                flagOption("force", "replace an existing database"),
+                appDir}},
+        {QStringLiteral("script"),
+            QStringLiteral("run a scenario script (see docs/scenarios.md)"),
+            QStringLiteral("FILE"),
+            {}},
+        {QStringLiteral("generate"),
+            QStringLiteral("make one batch of tickets and print it; unanswered questions are asked on the terminal"),
+            {},
+            {db,
+                app,
+                value("user", "NAME", "the staff member making the batch (default ADMINISTRATOR)"),
+                power,
+                path,
+                value("password", "PW", "the staff member's password (visible to other users in the process list)"),
+                value("number", "N", "how many tickets"),
+                value("hours", "H", "the time on each ticket, hours"),
+                value("minutes", "M", "the time on each ticket, minutes"),
+                value("cost", "C", "the price of each ticket"),
+                value("expiry",
+                    "KIND",
+                    "when the tickets expire",
+                    {QStringLiteral("fixed"), QStringLiteral("flexible"), QStringLiteral("never")}),
+                value("days", "D", "days until the tickets expire"),
+                value("time-frame", "HH:mm-HH:mm", "the hours of the day the tickets may be used"),
+                flagOption("once", "the time frame is for one use only"),
+                flagOption("vip", "make VIP tickets"),
+                flagOption("yes", "answer yes to the questions that make the tickets"),
+                value("print", "ANSWER", "answer the print question", {QStringLiteral("yes"), QStringLiteral("no")}),
+                value("second-user", "NAME", "the second administrator, where two are required"),
+                value("second-password", "PW", "the second administrator's password"),
+                prefs,
+                appDir}},
+    };
+}
+
+QString optionSynopsis(const OptionSpec& option)
+{
+    QString text = QStringLiteral("--") + option.name;
+    if (!option.isFlag())
+        text += u' ' + (option.accepted.isEmpty() ? option.valueName : option.accepted.join(u'|'));
+    return text;
+}
+
+} // namespace
+
+const OptionSpec* CommandSpec::option(const QString& optionName) const
+{
+    const auto found
+        = std::find_if(options.begin(), options.end(), [&](const OptionSpec& o) { return o.name == optionName; });
+    return found == options.end() ? nullptr : &*found;
+}
+
+const QList<CommandSpec>& commands()
+{
+    static const QList<CommandSpec> all = makeCommands();
+    return all;
+}
+
+const CommandSpec* findCommand(const QString& name)
+{
+    const QList<CommandSpec>& all = commands();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const CommandSpec& c) { return c.name == name; });
+    return found == all.end() ? nullptr : &*found;
+}
+
+QString versionText()
+{
+    return QStringLiteral("marlet " MARLET_VERSION_TEXT);
+}
+
+void printUsage(QTextStream& out)
+{
+    out << "usage: marlet <command> [options]\n"
+           "       marlet <command> --help     the options of one command\n"
+           "       marlet --version\n\n"
+           "Commands:\n";
+    for (const CommandSpec& command : commands())
+        out << "  " << command.name.leftJustified(19) << command.summary << '\n';
+    out << "\nThe entry operations (load-...) each show one screen: on the desktop when a display is\n"
+           "present, else on the terminal.\n"
+        << Qt::flush;
+}
+
+void printCommandHelp(const CommandSpec& command, QTextStream& out)
+{
+    out << "usage: marlet " << command.name;
+    if (!command.options.isEmpty())
+        out << " [options]";
+    if (!command.positional.isEmpty())
+        out << ' ' << command.positional;
+    out << "\n\n" << command.summary << "\n";
+    if (!command.options.isEmpty())
+        out << "\nOptions:\n";
+    qsizetype width = 0;
+    for (const OptionSpec& option : command.options)
+        width = std::max(width, optionSynopsis(option).size());
+    for (const OptionSpec& option : command.options)
+        out << "  " << optionSynopsis(option).leftJustified(width + 2) << option.help << '\n';
+    out << Qt::flush;
+}
+
+} // namespace marlet::host
