@@ -16,7 +16,7 @@ OptionSpec flagOption(const char* name, const char* help)
     return {QLatin1String(name), {}, QLatin1String(help), {}};
 }
 
-const OptionSpec db = value("db", "CN", "the database: sqlite:PATH, a bare PATH or Data Source=PATH");
+const OptionSpec db = value("db", "CN", "the database: sqlite:PATH, a bare PATH or Data Source=PATH (else $MARLET_DB, else cafe.db in the data folder)");
 const OptionSpec app = value("app", "TITLE", "the host's title in message boxes (default Norvantis)");
 const OptionSpec user = value("user", "NAME", "the staff member at the counter");
 const OptionSpec power = flagOption("power", "the host runs with administrator power");
@@ -61,7 +61,7 @@ QList<CommandSpec> makeCommands()
         {QStringLiteral("init"),
             QStringLiteral("create a new database with its ADMINISTRATOR account"),
             {},
-            {value("db", "PATH", "the file of the new database"),
+            {value("db", "PATH", "the file of the new database (else $MARLET_DB, else cafe.db in the data folder)"),
                 value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),
                 flagOption("force", "replace an existing database"),
                 appDir}},
@@ -134,17 +134,21 @@ QString versionText()
     return QStringLiteral("marlet " MARLET_VERSION_TEXT);
 }
 
+const char* const databaseNote = "Without --db the database is $MARLET_DB, else cafe.db in the data folder.\n";
+
+const char* const screensNote = "The entry operations (load-...) each show one screen: on the desktop when a display\n"
+                                "is present, else on the terminal.\n";
+
 void printUsage(QTextStream& out)
 {
     out << "usage: marlet <command> [options]\n"
            "       marlet <command> --help     the options of one command\n"
-           "       marlet --version\n\n"
+           "       marlet --version\n"
+           "       marlet --manual-page        this help as a manual page (roff)\n\n"
            "Commands:\n";
     for (const CommandSpec& command : commands())
         out << "  " << command.name.leftJustified(19) << command.summary << '\n';
-    out << "\nThe entry operations (load-...) each show one screen: on the desktop when a display is\n"
-           "present, else on the terminal.\n"
-        << Qt::flush;
+    out << '\n' << screensNote << databaseNote << Qt::flush;
 }
 
 void printCommandHelp(const CommandSpec& command, QTextStream& out)
@@ -163,6 +167,43 @@ void printCommandHelp(const CommandSpec& command, QTextStream& out)
     for (const OptionSpec& option : command.options)
         out << "  " << optionSynopsis(option).leftJustified(width + 2) << option.help << '\n';
     out << Qt::flush;
+}
+
+namespace {
+
+// Text for roff: a leading dot or quote would start a request, a backslash an escape, and a
+// hyphen in an option name must stay a hyphen.
+QString roff(QString text)
+{
+    text.replace(u'\\', QStringLiteral("\\e")).replace(u'-', QStringLiteral("\\-"));
+    if (text.startsWith(u'.') || text.startsWith(u'\''))
+        text.prepend(QStringLiteral("\\&"));
+    return text;
+}
+
+} // namespace
+
+void printManualPage(QTextStream& out)
+{
+    out << ".TH MARLET 1 \"\" \"marlet " MARLET_VERSION_TEXT "\" \"User Commands\"\n"
+           ".SH NAME\nmarlet \\- ticketing and administration for a cybercafe\n"
+           ".SH SYNOPSIS\n.B marlet\n.I command\n[\\fIoptions\\fR]\n.br\n.B marlet \\-\\-version\n"
+           ".SH DESCRIPTION\nMarlet makes, finds, recharges, prints and deletes the tickets a cybercafe sells "
+           "computer time with, and keeps its members and settings.\n"
+        << ".PP\n" << roff(QLatin1String(screensNote)) << ".PP\n" << roff(QLatin1String(databaseNote))
+        << ".SH COMMANDS\n";
+    for (const CommandSpec& command : commands()) {
+        out << ".SS " << roff(command.name) << (command.positional.isEmpty() ? QString() : u' ' + command.positional)
+            << '\n' << roff(command.summary) << '\n';
+        for (const OptionSpec& option : command.options)
+            out << ".TP\n.B " << roff(optionSynopsis(option)) << '\n' << roff(option.help) << '\n';
+    }
+    out << ".SH ENVIRONMENT\n.TP\n.B MARLET_DB\nthe database when \\-\\-db is not given\n"
+           ".TP\n.B MARLET_PREFS\nthe folder of the preference file\n"
+           ".TP\n.B MARLET_APP_DIR\nthe data folder\n"
+           ".SH FILES\n.TP\n.I ~/.config/marlet/preferences.ini\nthis machine's preferences\n"
+           ".TP\n.I ~/.local/share/marlet/cafe.db\nthe default database\n"
+        << Qt::flush;
 }
 
 } // namespace marlet::host

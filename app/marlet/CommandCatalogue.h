@@ -38,5 +38,6 @@ const CommandSpec* findCommand(const QString& name);
 QString versionText();
 void printUsage(QTextStream& out);
 void printCommandHelp(const CommandSpec& command, QTextStream& out);
+void printManualPage(QTextStream& out);
 
 } // namespace marlet::host

@@ -213,7 +213,7 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
     QTextStream in(stdin);
     BatchDriver driver(options, in, out);
     Component component(driver, options.value(QStringLiteral("prefs")), options.value(QStringLiteral("app-dir")));
-    component.timerDll().LoadGenAcc(options.value(QStringLiteral("db")),
+    component.timerDll().LoadGenAcc(databaseOf(options),
         options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
         options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
         flag(options.flag(QStringLiteral("power"))),
@@ -231,7 +231,7 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
             << "; change the options and run it again (`marlet generate --help` lists them)" << Qt::endl;
         return 1;
     }
-    return printBatch(options.value(QStringLiteral("db")), driver.batch(), out, err) ? 0 : 1;
+    return printBatch(databaseOf(options), driver.batch(), out, err) ? 0 : 1;
 }
 
 } // namespace marlet::host

@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <cstdio>
 #include <memory>
@@ -68,7 +69,7 @@ Surface makeSurface(int& argc, char** argv, bool headless, QTextStream& out)
 int runEntryOperation(const QString& command, const HostOptions& options, Component& component)
 {
     TimerDll& dll = component.timerDll();
-    const QVariant cn1 = options.value(QStringLiteral("db"));
+    const QVariant cn1 = databaseOf(options);
     const QString app = options.value(QStringLiteral("app"), defaultAppTitle);
     const QString user = options.value(QStringLiteral("user"));
     const QString path = options.value(QStringLiteral("path"));
@@ -102,11 +103,9 @@ int runEntryOperation(const QString& command, const HostOptions& options, Compon
 
 int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
 {
-    const QString db = options.value(QStringLiteral("db"));
-    if (db.isEmpty()) {
-        err << "marlet init: --db is required: give the file of the new database, e.g. --db cafe.db" << Qt::endl;
-        return 2;
-    }
+    const QString db = databaseOf(options);
+    if (!options.value(QStringLiteral("db")).contains(u':'))
+        QDir().mkpath(QFileInfo(db).absolutePath());
     DatabaseInit init;
     init.connectionString = db;
     init.password = options.value(QStringLiteral("admin-password"));

@@ -20,6 +20,10 @@ int main(int argc, char* argv[])
         out << marlet::host::versionText() << Qt::endl;
         return 0;
     }
+    if (arguments.size() == 2 && arguments.at(1) == QLatin1String("--manual-page")) {
+        marlet::host::printManualPage(out);
+        return 0;
+    }
     if (arguments.size() < 2 || arguments.at(1) == QLatin1String("--help") || arguments.at(1) == QLatin1String("-h")) {
         marlet::host::printUsage(arguments.size() < 2 ? err : out);
         return arguments.size() < 2 ? 2 : 0;
