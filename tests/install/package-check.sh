@@ -17,7 +17,7 @@ trap 'rm -rf "$work"' EXIT
 (cd "$build" && cpack -G DEB -B "$work/package" >/dev/null)
 deb=$(ls "$work"/package/marlet_*.deb)
 dpkg-deb --info "$deb" | grep -q "Depends: .*libqt6core6" || { echo "the package names no Qt dependency"; exit 1; }
-DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "$deb" >/dev/null
+DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$deb" >/dev/null
 trap 'DEBIAN_FRONTEND=noninteractive apt-get remove -y -qq marlet >/dev/null 2>&1 || true; rm -rf "$work"' EXIT
 /usr/bin/marlet --version | grep -q "^marlet " || { echo "the installed marlet gives no version"; exit 1; }
 /usr/bin/marlet init --db "$work/cafe.db" --admin-password ADMIN --app-dir "$work/app" | grep -q "Database ready"
