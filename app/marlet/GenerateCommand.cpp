@@ -11,8 +11,10 @@
 #include "store/Connection.h"
 #include "store/Recordset.h"
 #include "values/HostFlags.h"
+#include "values/Numbers.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 #include <unistd.h>
 
@@ -73,6 +75,8 @@ public:
 
     bool gatePassed() const { return m_gatePassed; }
     const QString& lastWarning() const { return m_lastWarning; }
+    // The screen's warning about an option's value, with the option; empty when none was refused.
+    const QString& refusal() const { return m_refusal; }
     const QStringList& batch() const { return m_batch; }
 
 private:
@@ -125,24 +129,51 @@ private:
         m_gatePassed = true;
         form.load();
         form.activate();
-        fill(form, "cboNumber", m_options.value(QStringLiteral("number")));
-        fill(form, "cboHours", m_options.value(QStringLiteral("hours")));
-        fill(form, "cboMinutes", m_options.value(QStringLiteral("minutes")));
-        fill(form, "cboCost", m_options.value(QStringLiteral("cost")));
-        chooseExpiry(form);
-        fill(form, "txtDays", m_options.value(QStringLiteral("days")));
-        chooseTimeFrame(form);
-        if (m_options.flag(QStringLiteral("vip")))
-            Operator::tick(form[QStringLiteral("chkVIP")], true);
-        m_progressForm = &form;
-        Operator::click(form[QStringLiteral("cmdGenerate")]);
-        m_progressForm = nullptr;
-        if (m_progressLineOpen)
-            m_out << Qt::endl;
-        const GridData& grid = form[QStringLiteral("PrintList")].grid();
-        for (int row = 0; row < grid.rows(); ++row)
-            m_batch << grid.rowText(row);
+        if (enterFields(form)) {
+            chooseTimeFrame(form);
+            if (m_options.flag(QStringLiteral("vip")))
+                Operator::tick(form[QStringLiteral("chkVIP")], true);
+            m_progressForm = &form;
+            Operator::click(form[QStringLiteral("cmdGenerate")]);
+            m_progressForm = nullptr;
+            if (m_progressLineOpen)
+                m_out << Qt::endl;
+            const GridData& grid = form[QStringLiteral("PrintList")].grid();
+            for (int row = 0; row < grid.rows(); ++row)
+                m_batch << grid.rowText(row);
+        }
         form.forceUnload();
+    }
+
+    // The New tab's fields from the options, each left as the operator leaves it. A value the
+    // screen repairs with a warning stops the batch before anything is made: a script meant that
+    // value, not the repaired one.
+    bool enterFields(Form& form)
+    {
+        const std::pair<const char*, const char*> fields[] = {
+            {"cboNumber", "number"}, {"cboHours", "hours"}, {"cboMinutes", "minutes"}, {"cboCost", "cost"}};
+        for (const auto& [field, option] : fields) {
+            if (!enter(form, field, option))
+                return false;
+        }
+        chooseExpiry(form);
+        return enter(form, "txtDays", "days");
+    }
+
+    bool enter(Form& form, const char* field, const char* option)
+    {
+        const QString value = m_options.value(QLatin1String(option));
+        Control* control = form.find(QLatin1String(field));
+        if (!control || value.isEmpty())
+            return true;
+        m_lastWarning.clear();
+        Operator::focus(*control);
+        Operator::setText(*control, value);
+        Operator::tabOut(*control);
+        if (m_lastWarning.isEmpty())
+            return true;
+        m_refusal = QStringLiteral("--%1 %2: %3").arg(QLatin1String(option), value, m_lastWarning);
+        return false;
     }
 
     void chooseExpiry(Form& form)
@@ -174,6 +205,7 @@ private:
     bool m_progressLineOpen = false;
     bool m_gatePassed = false;
     QString m_lastWarning;
+    QString m_refusal;
     QStringList m_batch;
 };
 
@@ -206,10 +238,35 @@ bool printBatch(const QString& connectionString, const QStringList& gridLines, Q
     return true;
 }
 
+// What the screen lets a person type but a script must not ask for: a batch of no tickets, time or
+// days below zero, a time frame that is no time frame. Empty when the options are fine.
+QString optionProblem(const HostOptions& options)
+{
+    const auto below = [&](const char* option, double least) {
+        const QString text = options.value(QLatin1String(option));
+        return values::isNumeric(text) && values::leadingNumber(text) < least;
+    };
+    if (below("number", 1))
+        return QStringLiteral("--number takes 1 to 999 tickets, not \"%1\"").arg(options.value(QStringLiteral("number")));
+    for (const char* option : {"minutes", "days"}) {
+        if (below(option, 0))
+            return QStringLiteral("--%1 cannot be negative").arg(QLatin1String(option));
+    }
+    const QString frame = options.value(QStringLiteral("time-frame"));
+    static const QRegularExpression framePattern(QStringLiteral("^([01]?\\d|2[0-3]):[0-5]\\d-([01]?\\d|2[0-3]):[0-5]\\d$"));
+    if (!frame.isEmpty() && !framePattern.match(frame).hasMatch())
+        return QStringLiteral("--time-frame takes HH:mm-HH:mm, e.g. 18:00-23:30, not \"%1\"").arg(frame);
+    return {};
+}
+
 } // namespace
 
 int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
 {
+    if (const QString problem = optionProblem(options); !problem.isEmpty()) {
+        err << "marlet generate: " << problem << "; nothing was made" << Qt::endl;
+        return 2;
+    }
     QTextStream in(stdin);
     BatchDriver driver(options, in, out);
     Component component(driver, options.value(QStringLiteral("prefs")), options.value(QStringLiteral("app-dir")));
@@ -223,6 +280,10 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
             << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning())
             << "; check --user and --password (and --second-user, --second-password where two are required)"
             << Qt::endl;
+        return 1;
+    }
+    if (!driver.refusal().isEmpty()) {
+        err << "marlet generate: " << driver.refusal() << "; nothing was made, give another value" << Qt::endl;
         return 1;
     }
     if (driver.batch().size() < 2) {

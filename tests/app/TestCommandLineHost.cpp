@@ -1,5 +1,9 @@
 #include <QFile>
 #include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -33,6 +37,29 @@ private:
     }
 
     QTemporaryDir m_folder;
+
+    // Every row of every table, so that a refused command can be shown to have written nothing.
+    QString databaseContents() const
+    {
+        QString contents;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("contents"));
+            db.setDatabaseName(path("cafe.db"));
+            if (!db.open())
+                return QStringLiteral("cannot open: ") + db.lastError().text();
+            for (const QString& table : db.tables()) {
+                QSqlQuery rows(QStringLiteral("SELECT * FROM \"%1\"").arg(table), db);
+                contents += table + u'\n';
+                while (rows.next()) {
+                    for (int col = 0; col < rows.record().count(); ++col)
+                        contents += rows.value(col).toString() + u'|';
+                    contents += u'\n';
+                }
+            }
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("contents"));
+        return contents;
+    }
 
     QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
     QStringList common() const
@@ -209,6 +236,57 @@ private slots:
         const Run run = marlet({QStringLiteral("generat")});
         QCOMPARE(run.exitCode, 2);
         QCOMPARE(run.err, QStringLiteral("marlet: unknown command generat; `marlet --help` lists the commands\n"));
+    }
+
+    void testABadValueIsRefusedBeforeAnythingIsWritten_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char* name, QStringList options, const char* message) {
+            QTest::newRow(name) << options << QString::fromUtf8(message);
+        };
+        row("number abc", {QStringLiteral("--number"), QStringLiteral("abc")},
+            "marlet generate: --number abc: A numeric Value is required! (eg. 123); nothing was made, give another value");
+        row("number 1000", {QStringLiteral("--number"), QStringLiteral("1000")},
+            "marlet generate: --number 1000: You can't generate more than 999 tickets at a time!; nothing was made, "
+            "give another value");
+        row("number 0", {QStringLiteral("--number"), QStringLiteral("0")},
+            "marlet generate: --number takes 1 to 999 tickets, not \"0\"; nothing was made");
+        row("number -5", {QStringLiteral("--number"), QStringLiteral("-5")},
+            "marlet generate: --number takes 1 to 999 tickets, not \"-5\"; nothing was made");
+        row("cost -1", {QStringLiteral("--cost"), QStringLiteral("-1")},
+            "marlet generate: --cost -1: Amount must be between 0 to 99,999!; nothing was made, give another value");
+        row("hours 400", {QStringLiteral("--hours"), QStringLiteral("400")},
+            "marlet generate: --hours 400: Hour(s) Can't be less than 0 or greater than 360!; nothing was made, give "
+            "another value");
+        row("minutes -5", {QStringLiteral("--minutes"), QStringLiteral("-5")},
+            "marlet generate: --minutes cannot be negative; nothing was made");
+        row("days 400", {QStringLiteral("--expiry"), QStringLiteral("fixed"), QStringLiteral("--days"), QStringLiteral("400")},
+            "marlet generate: --days 400: Value should not be greater than 365 days!; nothing was made, give another "
+            "value");
+        row("days -3", {QStringLiteral("--days"), QStringLiteral("-3")},
+            "marlet generate: --days cannot be negative; nothing was made");
+        row("time frame", {QStringLiteral("--time-frame"), QStringLiteral("25:00-26:00")},
+            "marlet generate: --time-frame takes HH:mm-HH:mm, e.g. 18:00-23:30, not \"25:00-26:00\"; nothing was made");
+        row("expiry", {QStringLiteral("--expiry"), QStringLiteral("soon")},
+            "marlet generate: --expiry takes fixed, flexible or never, not \"soon\"");
+        row("print", {QStringLiteral("--print"), QStringLiteral("maybe")},
+            "marlet generate: --print takes yes or no, not \"maybe\"");
+    }
+
+    void testABadValueIsRefusedBeforeAnythingIsWritten()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, message);
+        const QString before = databaseContents();
+        QVERIFY2(before.startsWith(QStringLiteral("account\n")), qPrintable(before.left(200)));
+        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password"),
+                                            QStringLiteral("secret"), QStringLiteral("--hours"), QStringLiteral("1"),
+                                            QStringLiteral("--yes")}
+                               + options + common());
+        QVERIFY2(run.exitCode != 0, qPrintable(run.out));
+        QCOMPARE(run.err.trimmed(), message);
+        QCOMPARE(databaseContents(), before);
     }
 
     void testBatchProgressStaysQuietWhenNotOnATerminal()
