@@ -63,6 +63,8 @@ QList<CommandSpec> makeCommands()
             {},
             {value("db", "PATH", "the file of the new database (else $MARLET_DB, else cafe.db in the data folder)"),
                 value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),
+          value("admin-password-file", "FILE", "the ADMINISTRATOR's password from the first line of a file"),
+          flagOption("admin-password-stdin", "the ADMINISTRATOR's password from the first line of standard input"),
                 flagOption("force", "replace an existing database"),
                 appDir}},
         {QStringLiteral("script"),
@@ -77,7 +79,9 @@ QList<CommandSpec> makeCommands()
                 value("user", "NAME", "the staff member making the batch (default ADMINISTRATOR)"),
                 power,
                 path,
-                value("password", "PW", "the staff member's password (visible to other users in the process list)"),
+                value("password", "PW", "the staff member's password; other users see it in the process list, so prefer:"),
+          value("password-file", "FILE", "the password from the first line of a file"),
+          flagOption("password-stdin", "the password from the first line of standard input"),
                 value("number", "N", "how many tickets"),
                 value("hours", "H", "the time on each ticket, hours"),
                 value("minutes", "M", "the time on each ticket, minutes"),
@@ -93,7 +97,8 @@ QList<CommandSpec> makeCommands()
                 flagOption("yes", "answer yes to the questions that make the tickets"),
                 value("print", "ANSWER", "answer the print question", {QStringLiteral("yes"), QStringLiteral("no")}),
                 value("second-user", "NAME", "the second administrator, where two are required"),
-                value("second-password", "PW", "the second administrator's password"),
+                value("second-password", "PW", "the second administrator's password (visible in the process list)"),
+          value("second-password-file", "FILE", "the second administrator's password from a file"),
                 prefs,
                 appDir}},
     };
@@ -136,6 +141,11 @@ QString versionText()
 
 const char* const databaseNote = "Without --db the database is $MARLET_DB, else cafe.db in the data folder.\n";
 
+const char* const secretsNote
+    = "Passwords: other users on this machine see --password in the process list. Give it with\n"
+      "--password-file, --password-stdin or $MARLET_PASSWORD instead, or type it when generate asks\n"
+      "(init: --admin-password-file, --admin-password-stdin, $MARLET_ADMIN_PASSWORD).\n";
+
 const char* const screensNote = "The entry operations (load-...) each show one screen: on the desktop when a display\n"
                                 "is present, else on the terminal.\n";
 
@@ -148,7 +158,7 @@ void printUsage(QTextStream& out)
            "Commands:\n";
     for (const CommandSpec& command : commands())
         out << "  " << command.name.leftJustified(19) << command.summary << '\n';
-    out << '\n' << screensNote << databaseNote << Qt::flush;
+    out << '\n' << screensNote << databaseNote << secretsNote << Qt::flush;
 }
 
 void printCommandHelp(const CommandSpec& command, QTextStream& out)
@@ -166,6 +176,8 @@ void printCommandHelp(const CommandSpec& command, QTextStream& out)
         width = std::max(width, optionSynopsis(option).size());
     for (const OptionSpec& option : command.options)
         out << "  " << optionSynopsis(option).leftJustified(width + 2) << option.help << '\n';
+    if (command.option(QStringLiteral("password")) || command.option(QStringLiteral("admin-password")))
+        out << '\n' << secretsNote;
     out << Qt::flush;
 }
 
@@ -199,6 +211,8 @@ void printManualPage(QTextStream& out)
             out << ".TP\n.B " << roff(optionSynopsis(option)) << '\n' << roff(option.help) << '\n';
     }
     out << ".SH ENVIRONMENT\n.TP\n.B MARLET_DB\nthe database when \\-\\-db is not given\n"
+           ".TP\n.B MARLET_PASSWORD\\fR, \\fBMARLET_SECOND_PASSWORD\\fR, \\fBMARLET_ADMIN_PASSWORD\n"
+           "the passwords when no option gives them; without any, generate asks on the terminal\n"
            ".TP\n.B MARLET_PREFS\nthe folder of the preference file\n"
            ".TP\n.B MARLET_APP_DIR\nthe data folder\n"
            ".SH FILES\n.TP\n.I ~/.config/marlet/preferences.ini\nthis machine's preferences\n"

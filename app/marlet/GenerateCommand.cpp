@@ -1,6 +1,7 @@
 #include "GenerateCommand.h"
 
 #include "HostOptions.h"
+#include "Secrets.h"
 
 #include "component/Component.h"
 #include "issuing/TicketRow.h"
@@ -28,9 +29,11 @@ namespace {
 class BatchDriver : public TerminalPlatform
 {
 public:
-    BatchDriver(const HostOptions& options, QTextStream& in, QTextStream& out)
+    BatchDriver(const HostOptions& options, QString password, QString secondPassword, QTextStream& in, QTextStream& out)
         : TerminalPlatform(in, out)
         , m_options(options)
+        , m_password(std::move(password))
+        , m_secondPassword(std::move(secondPassword))
         , m_out(out)
     {
     }
@@ -108,13 +111,12 @@ private:
     {
         form.load();
         form.activate();
-        fill(form, "txtPassword1", m_options.value(QStringLiteral("password")));
+        fill(form, "txtPassword1", m_password);
         if (form[QStringLiteral("Frame2")].visible()) {
             fill(form, "txtUsername2", m_options.value(QStringLiteral("second-user")));
-            fill(form, "txtPassword2", m_options.value(QStringLiteral("second-password")));
+            fill(form, "txtPassword2", m_secondPassword);
         }
-        const bool typed = !m_options.value(QStringLiteral("password")).isEmpty();
-        if (!typed) {
+        if (m_password.isEmpty()) {
             // Nothing given: the operator types the logins on the terminal.
             TerminalPlatform::showModal(form);
             return;
@@ -198,6 +200,8 @@ private:
     }
 
     const HostOptions& m_options;
+    const QString m_password;
+    const QString m_secondPassword;
     QTextStream& m_out;
     const bool m_showProgress = isatty(STDOUT_FILENO) == 1;
     Form* m_progressForm = nullptr;
@@ -267,12 +271,22 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
         err << "marlet generate: " << problem << "; nothing was made" << Qt::endl;
         return 2;
     }
+    const QString user = options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR"));
+    QString password;
+    QString secondPassword;
+    QString error;
+    if (!readSecret(options, StaffPassword, password, error) || !readSecret(options, SecondPassword, secondPassword, error)) {
+        err << "marlet generate: " << error << Qt::endl;
+        return 2;
+    }
+    if (password.isEmpty())
+        password = promptSecret(QStringLiteral("Password for %1: ").arg(user));
     QTextStream in(stdin);
-    BatchDriver driver(options, in, out);
+    BatchDriver driver(options, password, secondPassword, in, out);
     Component component(driver, options.value(QStringLiteral("prefs")), options.value(QStringLiteral("app-dir")));
     component.timerDll().LoadGenAcc(databaseOf(options),
         options.value(QStringLiteral("app"), QStringLiteral("Norvantis")),
-        options.value(QStringLiteral("user"), QStringLiteral("ADMINISTRATOR")),
+        user,
         flag(options.flag(QStringLiteral("power"))),
         options.value(QStringLiteral("path")));
     if (!driver.gatePassed()) {

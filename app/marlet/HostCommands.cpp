@@ -3,6 +3,7 @@
 #include "CommandCatalogue.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
+#include "Secrets.h"
 
 #include "component/Component.h"
 #include "platform/TerminalPlatform.h"
@@ -108,7 +109,11 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
         QDir().mkpath(QFileInfo(db).absolutePath());
     DatabaseInit init;
     init.connectionString = db;
-    init.password = options.value(QStringLiteral("admin-password"));
+    QString error;
+    if (!readSecret(options, AdminPassword, init.password, error)) {
+        err << "marlet init: " << error << Qt::endl;
+        return 2;
+    }
     init.force = options.flag(QStringLiteral("force"));
     const InitResult result = init.run();
     if (!result.ok()) {

@@ -20,10 +20,13 @@ private:
         QString err;
     };
 
-    static Run marlet(const QStringList& arguments, const QByteArray& input = {})
+    static Run marlet(const QStringList& arguments, const QByteArray& input = {},
+                      const QStringList& variables = {})
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString& variable : variables)
+            environment.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
         environment.remove(QStringLiteral("DISPLAY"));
         environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
         process.setProcessEnvironment(environment);
@@ -287,6 +290,87 @@ private slots:
         QVERIFY2(run.exitCode != 0, qPrintable(run.out));
         QCOMPARE(run.err.trimmed(), message);
         QCOMPARE(databaseContents(), before);
+    }
+
+    void testThePasswordNeedNotShowInTheProcessList_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QStringList>("variables");
+        QFile file(path("password.txt"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("secret\nnot this line\n");
+        file.close();
+        QTest::newRow("from a file") << QStringList {QStringLiteral("--password-file"), path("password.txt")}
+                                     << QByteArray() << QStringList();
+        QTest::newRow("from standard input") << QStringList {QStringLiteral("--password-stdin")}
+                                             << QByteArray("secret\n") << QStringList();
+        QTest::newRow("from the environment") << QStringList() << QByteArray()
+                                              << QStringList {QStringLiteral("MARLET_PASSWORD=secret")};
+    }
+
+    void testThePasswordNeedNotShowInTheProcessList()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QByteArray, input);
+        QFETCH(QStringList, variables);
+        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--number"), QStringLiteral("1"),
+                                            QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes")}
+                                   + options + common(),
+                               input, variables);
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.contains(QStringLiteral("60min(s)")), qPrintable(run.out + run.err));
+    }
+
+    void testAWrongPasswordFromAFileIsRefused()
+    {
+        QFile file(path("wrong.txt"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("guess\n");
+        file.close();
+        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password-file"),
+                                            path("wrong.txt"), QStringLiteral("--number"), QStringLiteral("1"),
+                                            QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes")}
+                               + common());
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.err.contains(QStringLiteral("the password gate refused: Wrong Password!")), qPrintable(run.err));
+    }
+
+    void testAMissingPasswordFileIsNamed()
+    {
+        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password-file"),
+                                            path("nowhere.txt")}
+                               + common());
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.startsWith(QStringLiteral("marlet generate: --password-file ") + path("nowhere.txt")
+                                    + QStringLiteral(" cannot be read")),
+                 qPrintable(run.err));
+    }
+
+    void testThePasswordIsAskedOnATerminalWithoutEcho()
+    {
+        QStringList words = QStringList {QStringLiteral(MARLET_BINARY), QStringLiteral("generate"),
+                                         QStringLiteral("--number"), QStringLiteral("1"), QStringLiteral("--hours"),
+                                         QStringLiteral("1"), QStringLiteral("--yes"), QStringLiteral("--print"),
+                                         QStringLiteral("no")}
+                            + common();
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral("script"), {QStringLiteral("-qec"), words.join(u' '), QStringLiteral("/dev/null")});
+        QVERIFY(process.waitForStarted());
+        // Typed only once the prompt shows, as a person would: the prompt turns the echo off.
+        QByteArray shown;
+        while (!shown.contains("Password for") && process.waitForReadyRead(30000))
+            shown += process.readAllStandardOutput();
+        process.write("secret\n");
+        QVERIFY(process.waitForFinished(60000));
+        const QString out = QString::fromUtf8(shown + process.readAllStandardOutput());
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY2(out.contains(QStringLiteral("Password for ADMINISTRATOR: ")), qPrintable(out));
+        QVERIFY2(!out.contains(QStringLiteral("secret")), qPrintable(out));
+        QVERIFY2(out.contains(QStringLiteral("60min(s)")), qPrintable(out));
     }
 
     void testBatchProgressStaysQuietWhenNotOnATerminal()
