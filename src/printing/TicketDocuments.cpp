@@ -4,6 +4,7 @@
 #include "session/Session.h"
 #include "session/WorkHost.h"
 #include "store/PreferenceKeys.h"
+#include "store/PrivateFiles.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
 #include "values/Numbers.h"
@@ -332,7 +333,7 @@ public:
     // Deletes the old page and opens an empty one. A missing page is a failure.
     bool replace()
     {
-        return QFile::remove(m_file.fileName()) && m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        return QFile::remove(m_file.fileName()) && openPrivate(m_file, QIODevice::WriteOnly | QIODevice::Truncate);
     }
     bool write(const QString& text)
     {
@@ -557,7 +558,7 @@ void provideTicketPage(const QString& applicationFolder)
 {
     QFile page(ticketPagePath(applicationFolder));
     if (!page.exists())
-        page.open(QIODevice::WriteOnly);
+        openPrivate(page, QIODevice::WriteOnly);
 }
 
 TicketDocuments::TicketDocuments(WorkHost& host)

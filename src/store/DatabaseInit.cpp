@@ -1,11 +1,13 @@
 #include "store/DatabaseInit.h"
 
 #include "store/Connection.h"
+#include "store/PrivateFiles.h"
 #include "store/Schema.h"
 #include "store/StoreEngine.h"
 #include "store/StoreValue.h"
 #include "values/Product.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -94,6 +96,17 @@ QString createTables(Connection& connection, const QString& password)
     return engine.execute(QStringLiteral("COMMIT"), {}) ? QString() : engine.lastError();
 }
 
+// True when the file is a database this may replace: an SQLite database, or an empty file (a new
+// database that was never written).
+bool isDatabaseFile(const QString& path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray header = file.read(16);
+    return header.isEmpty() || header == QByteArrayLiteral("SQLite format 3\0");
+}
+
 QString removeDatabase(const QString& path)
 {
     for (const QString& suffix :
@@ -138,22 +151,33 @@ InitResult DatabaseInit::run() const
         return {problem, {}};
 
     const QString path = target.location;
-    if (QFileInfo::exists(path) && !force)
-        return {QStringLiteral("The database '%1' already exists; it is replaced only when forced.").arg(path), {}};
-    if (const QString problem = removeDatabase(path); !problem.isEmpty())
-        return {problem, {}};
+    if (QFileInfo::exists(path)) {
+        if (!force)
+            return {QStringLiteral("The database '%1' already exists; it is replaced only when forced.").arg(path), {}};
+        if (!isDatabaseFile(path))
+            return {QStringLiteral("'%1' is not a database; it is left as it is.").arg(path), {}};
+    }
+    // The new database is made beside its place under another name and renamed into place when
+    // complete, so that an interrupted run never leaves a half-made database at the path.
     QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    const QString building = QFileInfo(path).absolutePath() + QStringLiteral("/.")
+        + QFileInfo(path).fileName() + QStringLiteral(".new-") + QString::number(QCoreApplication::applicationPid());
+    removeDatabase(building);
+    QFile file(building);
+    if (!openPrivate(file, QIODevice::WriteOnly))
         return {QStringLiteral("The database '%1' could not be created: %2").arg(path, file.errorString()), {}};
     file.close();
 
     Connection connection;
-    QString error
-        = connection.Open(QStringLiteral("sqlite:") + path) ? createTables(connection, chosen) : connection.lastError();
+    QString error = connection.Open(QStringLiteral("sqlite:") + building) ? createTables(connection, chosen)
+                                                                          : connection.lastError();
     connection.Close();
+    if (error.isEmpty())
+        error = removeDatabase(path);
+    if (error.isEmpty() && !QFile::rename(building, path))
+        error = QStringLiteral("The database '%1' could not be put in place.").arg(path);
     if (!error.isEmpty()) {
-        removeDatabase(path);
+        removeDatabase(building);
         return {error, {}};
     }
     return {QString(), chosen};

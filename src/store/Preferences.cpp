@@ -1,5 +1,7 @@
 #include "store/Preferences.h"
 
+#include "store/PrivateFiles.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
@@ -188,6 +190,9 @@ bool Preferences::write()
     for (const QString& group : std::as_const(groups))
         text += groupText.value(group);
 
+    // A new file is made private first: the saving keeps the permissions of the file it replaces.
+    if (QFile placeholder(m_path); !placeholder.exists() && openPrivate(placeholder, QIODevice::WriteOnly))
+        placeholder.close();
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
         m_lastError = file.errorString();

@@ -98,6 +98,7 @@ private slots:
     void testStopInTheLastMediumBlockLeavesThePageUnwritten();
     void testMissingPageFileFails();
     void testPageIsLatin1WithCarriageReturns();
+    void testPageIsReadableByItsOwnerOnly();
     void testSamples_data();
     void testSamples();
     void testPageStructure_data();
@@ -554,6 +555,17 @@ void TestTicketDocuments::testPageIsLatin1WithCarriageReturns()
     QVERIFY(bytes.contains("<span class='style4'>Caf\xe9 Sol</span>"));
     QCOMPARE(bytes.count('\n'), bytes.count("\r\n"));
     QVERIFY(!bytes.endsWith("\r\n"));
+}
+
+void TestTicketDocuments::testPageIsReadableByItsOwnerOnly()
+{
+    PrintingFixture f;
+    QVERIFY2(f.isValid(), qPrintable(f.error()));
+    QVERIFY(f.addTickets(2));
+    QVERIFY(write(f, Design::Medium));
+    // The page holds the tickets' passwords.
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QCOMPARE(QFile::permissions(f.pagePath()) & others, QFile::Permissions());
 }
 
 void TestTicketDocuments::testSamples_data()

@@ -4,6 +4,7 @@
 #include "store/Recordset.h"
 #include "store/Schema.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -38,6 +39,10 @@ private slots:
     void testUnfitPasswordsAreRefused();
     void testExistingDatabaseIsRefusedUnlessForced();
     void testForceReplacesTheDatabase();
+    void testForceLeavesAFileThatIsNoDatabase();
+    void testForceReplacesAnEmptyFile();
+    void testTheDatabaseIsMadeAsideAndRenamedIntoPlace();
+    void testTheDatabaseIsReadableByItsOwnerOnly();
     void testConnectionStringForms_data();
     void testConnectionStringForms();
     void testPostgresIsNotAvailableYet();
@@ -198,6 +203,46 @@ void TestDatabaseInit::testForceReplacesTheDatabase()
     rs.Close();
     QVERIFY(rs.Open(u"Select * from Users"_s, connection));
     QCOMPARE(rs.value(u"Password"_s), QVariant(u"SECOND"_s));
+}
+
+void TestDatabaseInit::testForceLeavesAFileThatIsNoDatabase()
+{
+    QFile notes(databasePath());
+    QVERIFY(notes.open(QIODevice::WriteOnly));
+    notes.write("the café's notes\n");
+    notes.close();
+    const InitResult result = runInit(databasePath(), u"secret"_s, true);
+    QCOMPARE(result.error, u"'%1' is not a database; it is left as it is."_s.arg(databasePath()));
+    QVERIFY(notes.open(QIODevice::ReadOnly));
+    QCOMPARE(notes.readAll(), QByteArray("the café's notes\n"));
+}
+
+void TestDatabaseInit::testForceReplacesAnEmptyFile()
+{
+    QFile empty(databasePath());
+    QVERIFY(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    QVERIFY(runInit(databasePath(), u"secret"_s, true).ok());
+    Connection connection;
+    QVERIFY(connection.Open(databasePath()));
+    Recordset rs;
+    QVERIFY(rs.Open(u"Select * from Users"_s, connection));
+    QCOMPARE(rs.RecordCount(), 1);
+}
+
+void TestDatabaseInit::testTheDatabaseIsMadeAsideAndRenamedIntoPlace()
+{
+    QVERIFY(runInit(databasePath(), u"secret"_s, false).ok());
+    // Only the database is left in the folder: no half-made file beside it, no journal.
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files | QDir::Hidden), QStringList {u"marlet.db"_s});
+}
+
+void TestDatabaseInit::testTheDatabaseIsReadableByItsOwnerOnly()
+{
+    QVERIFY(runInit(databasePath(), u"secret"_s, false).ok());
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QCOMPARE(QFile::permissions(databasePath()) & others, QFile::Permissions());
+    QVERIFY(QFile::permissions(databasePath()) & QFile::ReadOwner);
 }
 
 void TestDatabaseInit::testConnectionStringForms_data()

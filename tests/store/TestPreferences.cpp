@@ -26,6 +26,7 @@ private slots:
     void testOddNamesRoundTrip_data();
     void testOddNamesRoundTrip();
     void testWriteReachesTheFileAtOnce();
+    void testTheFileIsReadableByItsOwnerOnly();
     void testAnotherWriterIsSeen();
     void testTwoWritersKeepEachOthersKeys();
     void testEnvironmentChoosesTheFolder();
@@ -177,6 +178,15 @@ void TestPreferences::testWriteReachesTheFileAtOnce()
     QFile file(m_dir->filePath(u"preferences.ini"_s));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(QString::fromUtf8(file.readAll()).contains(u"[Norvantis/Settings]\nAmount=200\n"_s));
+}
+
+void TestPreferences::testTheFileIsReadableByItsOwnerOnly()
+{
+    Preferences prefs(m_dir->path());
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Amount"_s, u"200"_s);
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Amount"_s, u"300"_s);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QCOMPARE(QFile::permissions(m_dir->filePath(u"preferences.ini"_s)) & others, QFile::Permissions());
 }
 
 void TestPreferences::testAnotherWriterIsSeen()
