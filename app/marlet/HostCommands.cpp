@@ -9,6 +9,7 @@
 #include "platform/TerminalPlatform.h"
 #include "script/EntryOperations.h"
 #include "script/ScenarioRunner.h"
+#include "store/DatabaseCheck.h"
 #include "store/DatabaseInit.h"
 #include "values/HostFlags.h"
 
@@ -156,6 +157,14 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     if (command == QLatin1String("init")) {
         QCoreApplication application(argc, argv);
         return runInit(options, out, err);
+    }
+    if (command != QLatin1String("script")) {
+        // A database the screens cannot work on is named with its reason before any screen opens.
+        if (const QString problem = databaseProblem(databaseOf(options)); !problem.isEmpty()) {
+            err << "marlet " << command << ": " << problem
+                << " Give the café's database with --db; `marlet init --db FILE` creates a new one." << Qt::endl;
+            return 1;
+        }
     }
     if (command == QLatin1String("generate")) {
         QCoreApplication application(argc, argv);

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QSqlDatabase>
@@ -371,6 +372,56 @@ private slots:
         QVERIFY2(out.contains(QStringLiteral("Password for ADMINISTRATOR: ")), qPrintable(out));
         QVERIFY2(!out.contains(QStringLiteral("secret")), qPrintable(out));
         QVERIFY2(out.contains(QStringLiteral("60min(s)")), qPrintable(out));
+    }
+
+    void testADatabaseTheScreensCannotUseIsNamedWithItsReason_data()
+    {
+        QTest::addColumn<QString>("db");
+        QTest::addColumn<QString>("reason");
+        QDir(m_folder.path()).mkpath(QStringLiteral("folder.db"));
+        const auto write = [this](const char* name, const QByteArray& bytes) {
+            QFile file(path(name));
+            if (file.open(QIODevice::WriteOnly))
+                file.write(bytes);
+        };
+        write("notes.txt", "opening hours 9-21\n");
+        write("empty.db", {});
+        QFile original(path("cafe.db"));
+        QVERIFY(original.open(QIODevice::ReadOnly));
+        const QByteArray database = original.readAll();
+        write("truncated.db", database.left(database.size() / 3));
+        QByteArray damaged = database;
+        for (qsizetype at = 4096; at < damaged.size(); at += 7)
+            damaged[at] = char(0xA5);
+        write("damaged.db", damaged);
+        QTest::newRow("missing") << path("missing.db")
+                                 << QStringLiteral("The database '%1' does not exist.").arg(path("missing.db"));
+        QTest::newRow("a folder") << path("folder.db")
+                                  << QStringLiteral("'%1' is a folder, not a database.").arg(path("folder.db"));
+        QTest::newRow("a text file") << path("notes.txt")
+                                     << QStringLiteral("'%1' is not a database.").arg(path("notes.txt"));
+        QTest::newRow("an empty file") << path("empty.db")
+                                       << QStringLiteral("The database '%1' is empty.").arg(path("empty.db"));
+        QTest::newRow("truncated") << path("truncated.db")
+                                   << QStringLiteral("The database '%1' is damaged").arg(path("truncated.db"));
+        QTest::newRow("damaged") << path("damaged.db")
+                                 << QStringLiteral("The database '%1' is damaged").arg(path("damaged.db"));
+        QTest::newRow("no store") << QStringLiteral("Provider=x;User=y")
+                                  << QStringLiteral("The connection string has no Data Source.");
+    }
+
+    void testADatabaseTheScreensCannotUseIsNamedWithItsReason()
+    {
+        QFETCH(QString, db);
+        QFETCH(QString, reason);
+        for (const char* command : {"generate", "load-gen-acc", "load-recycle-bin"}) {
+            const Run run = marlet({QLatin1String(command), QStringLiteral("--db"), db, QStringLiteral("--prefs"),
+                                    path("prefs"), QStringLiteral("--app-dir"), path("app")});
+            QCOMPARE(run.exitCode, 1);
+            QVERIFY2(run.err.startsWith(QStringLiteral("marlet %1: ").arg(QLatin1String(command)) + reason),
+                     qPrintable(run.err));
+            QVERIFY2(run.err.contains(QStringLiteral("`marlet init --db FILE` creates a new one")), qPrintable(run.err));
+        }
     }
 
     void testBatchProgressStaysQuietWhenNotOnATerminal()
