@@ -118,7 +118,10 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
     init.force = options.flag(QStringLiteral("force"));
     const InitResult result = init.run();
     if (!result.ok()) {
-        err << "marlet init: " << result.error << Qt::endl;
+        err << "marlet init: " << result.error;
+        if (QFileInfo::exists(db) && !init.force)
+            err << " Add --force to replace it, or give another --db.";
+        err << Qt::endl;
         return 1;
     }
     out << "Database ready: " << db << Qt::endl;

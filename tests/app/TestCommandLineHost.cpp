@@ -85,7 +85,10 @@ private slots:
     {
         const Run again = marlet({QStringLiteral("init"), QStringLiteral("--db"), path("cafe.db")});
         QCOMPARE(again.exitCode, 1);
-        QVERIFY(!again.err.isEmpty());
+        QCOMPARE(again.err,
+                 QStringLiteral("marlet init: The database '%1' already exists; it is replaced only when forced. "
+                                "Add --force to replace it, or give another --db.\n")
+                     .arg(path("cafe.db")));
     }
 
     void testInitPrintsAGeneratedPasswordOnce()
