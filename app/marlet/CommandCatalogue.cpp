@@ -16,7 +16,9 @@ OptionSpec flagOption(const char* name, const char* help)
     return {QLatin1String(name), {}, QLatin1String(help), {}};
 }
 
-const OptionSpec db = value("db", "CN", "the database: sqlite:PATH, a bare PATH or Data Source=PATH (else $MARLET_DB, else cafe.db in the data folder)");
+const OptionSpec db = value("db",
+    "CN",
+    "the database: sqlite:PATH, a bare PATH or Data Source=PATH (else $MARLET_DB, else cafe.db in the data folder)");
 const OptionSpec app = value("app", "TITLE", "the host's title in message boxes (default Norvantis)");
 const OptionSpec user = value("user", "NAME", "the staff member at the counter");
 const OptionSpec power = flagOption("power", "the host runs with administrator power");
@@ -63,8 +65,9 @@ QList<CommandSpec> makeCommands()
             {},
             {value("db", "PATH", "the file of the new database (else $MARLET_DB, else cafe.db in the data folder)"),
                 value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),
-          value("admin-password-file", "FILE", "the ADMINISTRATOR's password from the first line of a file"),
-          flagOption("admin-password-stdin", "the ADMINISTRATOR's password from the first line of standard input"),
+                value("admin-password-file", "FILE", "the ADMINISTRATOR's password from the first line of a file"),
+                flagOption(
+                    "admin-password-stdin", "the ADMINISTRATOR's password from the first line of standard input"),
                 flagOption("force", "replace an existing database"),
                 appDir}},
         {QStringLiteral("script"),
@@ -79,9 +82,11 @@ QList<CommandSpec> makeCommands()
                 value("user", "NAME", "the staff member making the batch (default ADMINISTRATOR)"),
                 power,
                 path,
-                value("password", "PW", "the staff member's password; other users see it in the process list, so prefer:"),
-          value("password-file", "FILE", "the password from the first line of a file"),
-          flagOption("password-stdin", "the password from the first line of standard input"),
+                value("password",
+                    "PW",
+                    "the staff member's password; other users see it in the process list, so prefer:"),
+                value("password-file", "FILE", "the password from the first line of a file"),
+                flagOption("password-stdin", "the password from the first line of standard input"),
                 value("number", "N", "how many tickets"),
                 value("hours", "H", "the time on each ticket, hours"),
                 value("minutes", "M", "the time on each ticket, minutes"),
@@ -98,7 +103,7 @@ QList<CommandSpec> makeCommands()
                 value("print", "ANSWER", "answer the print question", {QStringLiteral("yes"), QStringLiteral("no")}),
                 value("second-user", "NAME", "the second administrator, where two are required"),
                 value("second-password", "PW", "the second administrator's password (visible in the process list)"),
-          value("second-password-file", "FILE", "the second administrator's password from a file"),
+                value("second-password-file", "FILE", "the second administrator's password from a file"),
                 prefs,
                 appDir}},
     };
@@ -202,11 +207,13 @@ void printManualPage(QTextStream& out)
            ".SH SYNOPSIS\n.B marlet\n.I command\n[\\fIoptions\\fR]\n.br\n.B marlet \\-\\-version\n"
            ".SH DESCRIPTION\nMarlet makes, finds, recharges, prints and deletes the tickets a cybercafe sells "
            "computer time with, and keeps its members and settings.\n"
-        << ".PP\n" << roff(QLatin1String(screensNote)) << ".PP\n" << roff(QLatin1String(databaseNote))
-        << ".SH COMMANDS\n";
+        << ".PP\n"
+        << roff(QLatin1String(screensNote)) << ".PP\n"
+        << roff(QLatin1String(databaseNote)) << ".SH COMMANDS\n";
     for (const CommandSpec& command : commands()) {
         out << ".SS " << roff(command.name) << (command.positional.isEmpty() ? QString() : u' ' + command.positional)
-            << '\n' << roff(command.summary) << '\n';
+            << '\n'
+            << roff(command.summary) << '\n';
         for (const OptionSpec& option : command.options)
             out << ".TP\n.B " << roff(optionSynopsis(option)) << '\n' << roff(option.help) << '\n';
     }

@@ -152,8 +152,8 @@ private:
     // value, not the repaired one.
     bool enterFields(Form& form)
     {
-        const std::pair<const char*, const char*> fields[] = {
-            {"cboNumber", "number"}, {"cboHours", "hours"}, {"cboMinutes", "minutes"}, {"cboCost", "cost"}};
+        const std::pair<const char*, const char*> fields[]
+            = {{"cboNumber", "number"}, {"cboHours", "hours"}, {"cboMinutes", "minutes"}, {"cboCost", "cost"}};
         for (const auto& [field, option] : fields) {
             if (!enter(form, field, option))
                 return false;
@@ -251,13 +251,15 @@ QString optionProblem(const HostOptions& options)
         return values::isNumeric(text) && values::leadingNumber(text) < least;
     };
     if (below("number", 1))
-        return QStringLiteral("--number takes 1 to 999 tickets, not \"%1\"").arg(options.value(QStringLiteral("number")));
+        return QStringLiteral("--number takes 1 to 999 tickets, not \"%1\"")
+            .arg(options.value(QStringLiteral("number")));
     for (const char* option : {"minutes", "days"}) {
         if (below(option, 0))
             return QStringLiteral("--%1 cannot be negative").arg(QLatin1String(option));
     }
     const QString frame = options.value(QStringLiteral("time-frame"));
-    static const QRegularExpression framePattern(QStringLiteral("^([01]?\\d|2[0-3]):[0-5]\\d-([01]?\\d|2[0-3]):[0-5]\\d$"));
+    static const QRegularExpression framePattern(
+        QStringLiteral("^([01]?\\d|2[0-3]):[0-5]\\d-([01]?\\d|2[0-3]):[0-5]\\d$"));
     if (!frame.isEmpty() && !framePattern.match(frame).hasMatch())
         return QStringLiteral("--time-frame takes HH:mm-HH:mm, e.g. 18:00-23:30, not \"%1\"").arg(frame);
     return {};
@@ -275,7 +277,8 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
     QString password;
     QString secondPassword;
     QString error;
-    if (!readSecret(options, StaffPassword, password, error) || !readSecret(options, SecondPassword, secondPassword, error)) {
+    if (!readSecret(options, StaffPassword, password, error)
+        || !readSecret(options, SecondPassword, secondPassword, error)) {
         err << "marlet generate: " << error << Qt::endl;
         return 2;
     }

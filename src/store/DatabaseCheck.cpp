@@ -49,7 +49,7 @@ QString contentProblem(const QString& path)
             else if (const QString verdict = check.value(0).toString(); verdict != QLatin1String("ok"))
                 problem = QStringLiteral("The database '%1' is damaged: %2").arg(path, verdict);
             else if (!db.tables().contains(QStringLiteral("Account"), Qt::CaseInsensitive)
-                     || !db.tables().contains(QStringLiteral("Options"), Qt::CaseInsensitive))
+                || !db.tables().contains(QStringLiteral("Options"), Qt::CaseInsensitive))
                 problem = QStringLiteral("The database '%1' holds no ticket tables.").arg(path);
             db.close();
         }

@@ -160,8 +160,8 @@ InitResult DatabaseInit::run() const
     // The new database is made beside its place under another name and renamed into place when
     // complete, so that an interrupted run never leaves a half-made database at the path.
     QDir().mkpath(QFileInfo(path).absolutePath());
-    const QString building = QFileInfo(path).absolutePath() + QStringLiteral("/.")
-        + QFileInfo(path).fileName() + QStringLiteral(".new-") + QString::number(QCoreApplication::applicationPid());
+    const QString building = QFileInfo(path).absolutePath() + QStringLiteral("/.") + QFileInfo(path).fileName()
+        + QStringLiteral(".new-") + QString::number(QCoreApplication::applicationPid());
     removeDatabase(building);
     QFile file(building);
     if (!openPrivate(file, QIODevice::WriteOnly))

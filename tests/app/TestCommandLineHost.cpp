@@ -21,8 +21,7 @@ private:
         QString err;
     };
 
-    static Run marlet(const QStringList& arguments, const QByteArray& input = {},
-                      const QStringList& variables = {})
+    static Run marlet(const QStringList& arguments, const QByteArray& input = {}, const QStringList& variables = {})
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -86,9 +85,9 @@ private slots:
         const Run again = marlet({QStringLiteral("init"), QStringLiteral("--db"), path("cafe.db")});
         QCOMPARE(again.exitCode, 1);
         QCOMPARE(again.err,
-                 QStringLiteral("marlet init: The database '%1' already exists; it is replaced only when forced. "
-                                "Add --force to replace it, or give another --db.\n")
-                     .arg(path("cafe.db")));
+            QStringLiteral("marlet init: The database '%1' already exists; it is replaced only when forced. "
+                           "Add --force to replace it, or give another --db.\n")
+                .arg(path("cafe.db")));
     }
 
     void testInitPrintsAGeneratedPasswordOnce()
@@ -252,32 +251,45 @@ private slots:
         const auto row = [](const char* name, QStringList options, const char* message) {
             QTest::newRow(name) << options << QString::fromUtf8(message);
         };
-        row("number abc", {QStringLiteral("--number"), QStringLiteral("abc")},
-            "marlet generate: --number abc: A numeric Value is required! (eg. 123); nothing was made, give another value");
-        row("number 1000", {QStringLiteral("--number"), QStringLiteral("1000")},
+        row("number abc",
+            {QStringLiteral("--number"), QStringLiteral("abc")},
+            "marlet generate: --number abc: A numeric Value is required! (eg. 123); nothing was made, give another "
+            "value");
+        row("number 1000",
+            {QStringLiteral("--number"), QStringLiteral("1000")},
             "marlet generate: --number 1000: You can't generate more than 999 tickets at a time!; nothing was made, "
             "give another value");
-        row("number 0", {QStringLiteral("--number"), QStringLiteral("0")},
+        row("number 0",
+            {QStringLiteral("--number"), QStringLiteral("0")},
             "marlet generate: --number takes 1 to 999 tickets, not \"0\"; nothing was made");
-        row("number -5", {QStringLiteral("--number"), QStringLiteral("-5")},
+        row("number -5",
+            {QStringLiteral("--number"), QStringLiteral("-5")},
             "marlet generate: --number takes 1 to 999 tickets, not \"-5\"; nothing was made");
-        row("cost -1", {QStringLiteral("--cost"), QStringLiteral("-1")},
+        row("cost -1",
+            {QStringLiteral("--cost"), QStringLiteral("-1")},
             "marlet generate: --cost -1: Amount must be between 0 to 99,999!; nothing was made, give another value");
-        row("hours 400", {QStringLiteral("--hours"), QStringLiteral("400")},
+        row("hours 400",
+            {QStringLiteral("--hours"), QStringLiteral("400")},
             "marlet generate: --hours 400: Hour(s) Can't be less than 0 or greater than 360!; nothing was made, give "
             "another value");
-        row("minutes -5", {QStringLiteral("--minutes"), QStringLiteral("-5")},
+        row("minutes -5",
+            {QStringLiteral("--minutes"), QStringLiteral("-5")},
             "marlet generate: --minutes cannot be negative; nothing was made");
-        row("days 400", {QStringLiteral("--expiry"), QStringLiteral("fixed"), QStringLiteral("--days"), QStringLiteral("400")},
+        row("days 400",
+            {QStringLiteral("--expiry"), QStringLiteral("fixed"), QStringLiteral("--days"), QStringLiteral("400")},
             "marlet generate: --days 400: Value should not be greater than 365 days!; nothing was made, give another "
             "value");
-        row("days -3", {QStringLiteral("--days"), QStringLiteral("-3")},
+        row("days -3",
+            {QStringLiteral("--days"), QStringLiteral("-3")},
             "marlet generate: --days cannot be negative; nothing was made");
-        row("time frame", {QStringLiteral("--time-frame"), QStringLiteral("25:00-26:00")},
+        row("time frame",
+            {QStringLiteral("--time-frame"), QStringLiteral("25:00-26:00")},
             "marlet generate: --time-frame takes HH:mm-HH:mm, e.g. 18:00-23:30, not \"25:00-26:00\"; nothing was made");
-        row("expiry", {QStringLiteral("--expiry"), QStringLiteral("soon")},
+        row("expiry",
+            {QStringLiteral("--expiry"), QStringLiteral("soon")},
             "marlet generate: --expiry takes fixed, flexible or never, not \"soon\"");
-        row("print", {QStringLiteral("--print"), QStringLiteral("maybe")},
+        row("print",
+            {QStringLiteral("--print"), QStringLiteral("maybe")},
             "marlet generate: --print takes yes or no, not \"maybe\"");
     }
 
@@ -287,10 +299,13 @@ private slots:
         QFETCH(QString, message);
         const QString before = databaseContents();
         QVERIFY2(before.startsWith(QStringLiteral("account\n")), qPrintable(before.left(200)));
-        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password"),
-                                            QStringLiteral("secret"), QStringLiteral("--hours"), QStringLiteral("1"),
-                                            QStringLiteral("--yes")}
-                               + options + common());
+        const Run run = marlet(QStringList {QStringLiteral("generate"),
+                                   QStringLiteral("--password"),
+                                   QStringLiteral("secret"),
+                                   QStringLiteral("--hours"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--yes")}
+            + options + common());
         QVERIFY2(run.exitCode != 0, qPrintable(run.out));
         QCOMPARE(run.err.trimmed(), message);
         QCOMPARE(databaseContents(), before);
@@ -307,10 +322,10 @@ private slots:
         file.close();
         QTest::newRow("from a file") << QStringList {QStringLiteral("--password-file"), path("password.txt")}
                                      << QByteArray() << QStringList();
-        QTest::newRow("from standard input") << QStringList {QStringLiteral("--password-stdin")}
-                                             << QByteArray("secret\n") << QStringList();
-        QTest::newRow("from the environment") << QStringList() << QByteArray()
-                                              << QStringList {QStringLiteral("MARLET_PASSWORD=secret")};
+        QTest::newRow("from standard input")
+            << QStringList {QStringLiteral("--password-stdin")} << QByteArray("secret\n") << QStringList();
+        QTest::newRow("from the environment")
+            << QStringList() << QByteArray() << QStringList {QStringLiteral("MARLET_PASSWORD=secret")};
     }
 
     void testThePasswordNeedNotShowInTheProcessList()
@@ -318,10 +333,15 @@ private slots:
         QFETCH(QStringList, options);
         QFETCH(QByteArray, input);
         QFETCH(QStringList, variables);
-        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--number"), QStringLiteral("1"),
-                                            QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes")}
-                                   + options + common(),
-                               input, variables);
+        const Run run = marlet(QStringList {QStringLiteral("generate"),
+                                   QStringLiteral("--number"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--hours"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--yes")}
+                + options + common(),
+            input,
+            variables);
         QCOMPARE(run.exitCode, 0);
         QVERIFY2(run.out.contains(QStringLiteral("60min(s)")), qPrintable(run.out + run.err));
     }
@@ -332,37 +352,48 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("guess\n");
         file.close();
-        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password-file"),
-                                            path("wrong.txt"), QStringLiteral("--number"), QStringLiteral("1"),
-                                            QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes")}
-                               + common());
+        const Run run = marlet(QStringList {QStringLiteral("generate"),
+                                   QStringLiteral("--password-file"),
+                                   path("wrong.txt"),
+                                   QStringLiteral("--number"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--hours"),
+                                   QStringLiteral("1"),
+                                   QStringLiteral("--yes")}
+            + common());
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.err.contains(QStringLiteral("the password gate refused: Wrong Password!")), qPrintable(run.err));
     }
 
     void testAMissingPasswordFileIsNamed()
     {
-        const Run run = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password-file"),
-                                            path("nowhere.txt")}
-                               + common());
+        const Run run
+            = marlet(QStringList {QStringLiteral("generate"), QStringLiteral("--password-file"), path("nowhere.txt")}
+                + common());
         QCOMPARE(run.exitCode, 2);
         QVERIFY2(run.err.startsWith(QStringLiteral("marlet generate: --password-file ") + path("nowhere.txt")
-                                    + QStringLiteral(" cannot be read")),
-                 qPrintable(run.err));
+                     + QStringLiteral(" cannot be read")),
+            qPrintable(run.err));
     }
 
     void testThePasswordIsAskedOnATerminalWithoutEcho()
     {
-        QStringList words = QStringList {QStringLiteral(MARLET_BINARY), QStringLiteral("generate"),
-                                         QStringLiteral("--number"), QStringLiteral("1"), QStringLiteral("--hours"),
-                                         QStringLiteral("1"), QStringLiteral("--yes"), QStringLiteral("--print"),
-                                         QStringLiteral("no")}
-                            + common();
+        QStringList words = QStringList {QStringLiteral(MARLET_BINARY),
+                                QStringLiteral("generate"),
+                                QStringLiteral("--number"),
+                                QStringLiteral("1"),
+                                QStringLiteral("--hours"),
+                                QStringLiteral("1"),
+                                QStringLiteral("--yes"),
+                                QStringLiteral("--print"),
+                                QStringLiteral("no")}
+            + common();
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("DISPLAY"));
         process.setProcessEnvironment(environment);
-        process.start(QStringLiteral("script"), {QStringLiteral("-qec"), words.join(u' '), QStringLiteral("/dev/null")});
+        process.start(
+            QStringLiteral("script"), {QStringLiteral("-qec"), words.join(u' '), QStringLiteral("/dev/null")});
         QVERIFY(process.waitForStarted());
         // Typed only once the prompt shows, as a person would: the prompt turns the echo off.
         QByteArray shown;
@@ -418,12 +449,18 @@ private slots:
         QFETCH(QString, db);
         QFETCH(QString, reason);
         for (const char* command : {"generate", "load-gen-acc", "load-recycle-bin"}) {
-            const Run run = marlet({QLatin1String(command), QStringLiteral("--db"), db, QStringLiteral("--prefs"),
-                                    path("prefs"), QStringLiteral("--app-dir"), path("app")});
+            const Run run = marlet({QLatin1String(command),
+                QStringLiteral("--db"),
+                db,
+                QStringLiteral("--prefs"),
+                path("prefs"),
+                QStringLiteral("--app-dir"),
+                path("app")});
             QCOMPARE(run.exitCode, 1);
             QVERIFY2(run.err.startsWith(QStringLiteral("marlet %1: ").arg(QLatin1String(command)) + reason),
-                     qPrintable(run.err));
-            QVERIFY2(run.err.contains(QStringLiteral("`marlet init --db FILE` creates a new one")), qPrintable(run.err));
+                qPrintable(run.err));
+            QVERIFY2(
+                run.err.contains(QStringLiteral("`marlet init --db FILE` creates a new one")), qPrintable(run.err));
         }
     }
 
