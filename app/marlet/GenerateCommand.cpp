@@ -4,6 +4,7 @@
 #include "Secrets.h"
 
 #include "component/Component.h"
+#include "issuing/BatchGeneration.h"
 #include "issuing/TicketRow.h"
 #include "platform/Form.h"
 #include "platform/GridData.h"
@@ -42,6 +43,8 @@ public:
     {
         if (MsgStyle::icon(style) == MsgStyle::Warning || MsgStyle::icon(style) == MsgStyle::Stop)
             m_lastWarning = text;
+        if (text.startsWith(BatchStoppedMessage))
+            m_storeFailure = text;
         if (const std::optional<MsgResult> answer = scriptedAnswer(text, style)) {
             m_out << u'[' << title << QStringLiteral("] ") << text << QStringLiteral(" -> ")
                   << (*answer == MsgResult::Yes ? QStringLiteral("Yes") : QStringLiteral("No")) << Qt::endl;
@@ -78,6 +81,8 @@ public:
 
     bool gatePassed() const { return m_gatePassed; }
     const QString& lastWarning() const { return m_lastWarning; }
+    // The message of a batch the store cut short; empty when every ticket was stored.
+    const QString& storeFailure() const { return m_storeFailure; }
     // The screen's warning about an option's value, with the option; empty when none was refused.
     const QString& refusal() const { return m_refusal; }
     const QStringList& batch() const { return m_batch; }
@@ -210,6 +215,7 @@ private:
     bool m_gatePassed = false;
     QString m_lastWarning;
     QString m_refusal;
+    QString m_storeFailure;
     QStringList m_batch;
 };
 
@@ -309,7 +315,13 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
             << "; change the options and run it again (`marlet generate --help` lists them)" << Qt::endl;
         return 1;
     }
-    return printBatch(databaseOf(options), driver.batch(), out, err) ? 0 : 1;
+    const bool printed = printBatch(databaseOf(options), driver.batch(), out, err);
+    if (!driver.storeFailure().isEmpty()) {
+        err << "marlet generate: " << driver.storeFailure() << " Free the database (space, lock, permissions) and run "
+            << "the rest of the batch again." << Qt::endl;
+        return 1;
+    }
+    return printed ? 0 : 1;
 }
 
 } // namespace marlet::host

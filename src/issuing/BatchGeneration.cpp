@@ -93,12 +93,14 @@ void BatchGeneration::run()
     if (!makeTickets())
         return;
     closeGroup();
+    reportStoreFailure();
 
     Platform& platform = m_host.platform();
     if (!m_printAfter) {
         if (settings().number(keys::AutoSave) == 1) {
             updateRegister();
-            platform.messageBox(QStringLiteral("Ticket Generation Completed Successfully!"), MsgStyle::Info);
+            if (m_storeFailure.isEmpty())
+                platform.messageBox(QStringLiteral("Ticket Generation Completed Successfully!"), MsgStyle::Info);
         }
         platform.yield();
         m_host.EndProgress();
@@ -286,12 +288,14 @@ bool BatchGeneration::makeTickets()
             tickets.Close();
             return false;
         }
-        makeTicket(position, tickets);
+        if (!makeTicket(position, tickets))
+            break;
         platform.yield();
         m_host.stepProgress();
     }
     tickets.Close();
-    m_number = float(position);
+    // A batch cut short counts the tickets stored; a whole one stands one above them.
+    m_number = float(m_storeFailure.isEmpty() ? position : position - 1);
     return true;
 }
 
@@ -309,14 +313,17 @@ bool BatchGeneration::stopAnswered()
     return true;
 }
 
-void BatchGeneration::makeTicket(int position, Recordset& tickets)
+bool BatchGeneration::makeTicket(int position, Recordset& tickets)
 {
     Session& session = m_host.session();
     const SessionPreferences prefs = settings();
     const UniformSource source = systemUniformSource();
     const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
-    if (!name)
-        return; // the store cannot be reached: the step fails and the loop goes on
+    if (!name) {
+        m_failedPosition = position;
+        m_storeFailure = tickets.lastError();
+        return false;
+    }
 
     TicketValues ticket;
     ticket.TicketGrp = m_group;
@@ -336,9 +343,18 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.Quota = m_quotas ? m_quota : 0;
     ticket.Night = m_form[genacc::chkTimePeriod].value() == 1;
     ticket.Once = m_form[genacc::chkOnce].value() == 1;
-    if (tickets.AddNew()) {
+    // A ticket counts once the store has it. A refusal is tried once more, after the store's own
+    // wait for a lock another program holds; a second refusal ends the batch.
+    bool stored = tickets.AddNew();
+    if (stored) {
         writeTicketRow(tickets, ticket);
-        tickets.Update();
+        stored = tickets.Update() || tickets.Update();
+    }
+    if (!stored) {
+        m_failedPosition = position;
+        m_storeFailure = tickets.lastError();
+        tickets.CancelUpdate();
+        return false;
     }
 
     if (!m_form[genacc::chkNoList].ticked()) {
@@ -346,12 +362,30 @@ void BatchGeneration::makeTicket(int position, Recordset& tickets)
         grid.addItem(
             ticketRowLine(QString::number(position), ticketRowFields(ticket), m_form[genacc::Check4].ticked()));
     }
+    return true;
+}
+
+void BatchGeneration::reportStoreFailure()
+{
+    if (m_storeFailure.isEmpty())
+        return;
+    const int stored = m_failedPosition - 1;
+    m_host.platform().messageBox(QString(BatchStoppedMessage) + QStringLiteral("the database did not store ticket ")
+                                     + QString::number(m_failedPosition) + QStringLiteral(" (") + m_storeFailure
+                                     + QStringLiteral("). The ") + QString::number(stored)
+                                     + QStringLiteral(" ticket(s) stored before it are kept in Ticket Group ") + m_group
+                                     + u'.',
+                                 MsgStyle::Stop);
 }
 
 void BatchGeneration::closeGroup()
 {
     if (m_groupRow) {
-        writeGroupCompletion(*m_groupRow, GroupKind::Random, m_number, m_host.platform().now());
+        writeGroupCompletion(*m_groupRow,
+            GroupKind::Random,
+            m_number,
+            m_host.platform().now(),
+            m_storeFailure.isEmpty() ? GroupEnd::Completed : GroupEnd::Interrupted);
         m_groupRow->Update();
     }
     m_host.session().connection().Execute(Statement(

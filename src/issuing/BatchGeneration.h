@@ -9,6 +9,9 @@
 
 namespace marlet {
 
+// The start of the message that ends a batch whose ticket the store would not take.
+inline constexpr QLatin1StringView BatchStoppedMessage {"Ticket generation stopped: "};
+
 class Form;
 class WorkHost;
 class Recordset;
@@ -36,7 +39,9 @@ private:
     bool storageFull();
     void openGroup();
     bool makeTickets();
-    void makeTicket(int position, Recordset& tickets);
+    // False when the store did not take the ticket, not even on a second try; the reason is kept.
+    bool makeTicket(int position, Recordset& tickets);
+    void reportStoreFailure();
     bool stopAnswered();
     void closeGroup();
     void discard();
@@ -57,6 +62,9 @@ private:
     QString m_amount;         // Account.Amount of every ticket
     bool m_printAfter = false;
     std::unique_ptr<Recordset> m_groupRow;
+    // Why the store refused a ticket; empty while every ticket is stored.
+    QString m_storeFailure;
+    int m_failedPosition = 0;
 };
 
 } // namespace marlet

@@ -31,11 +31,11 @@ bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDat
     return row.setValue(QStringLiteral("TimeGenerated"), groupTimeStamp(QStringLiteral("Started at "), now)) && ok;
 }
 
-bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now)
+bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end)
 {
     const QString tag = kind == GroupKind::Random ? QStringLiteral(" [RANDOM]") : QStringLiteral(" [CUSTOM]");
-    const bool stamped = row.setValue(
-        QStringLiteral("TimeGenerated"), QString(groupTimeStamp(QStringLiteral("Completed at "), now) + tag));
+    const QString what = end == GroupEnd::Completed ? QStringLiteral("Completed at ") : QStringLiteral("Interrupted at ");
+    const bool stamped = row.setValue(QStringLiteral("TimeGenerated"), QString(groupTimeStamp(what, now) + tag));
     return row.setValue(QStringLiteral("Number"), number) && stamped;
 }
 

@@ -36,9 +36,13 @@ bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDat
 // How a group came into being, as the completed TimeGenerated names it.
 enum class GroupKind { Random, Custom };
 
-// Marks the group row as completed: TimeGenerated "Completed at ", the stamp and " [RANDOM]" or
-// " [CUSTOM]", and Number as the path counts it. The caller then calls Update. False when a column
-// could not be set.
-bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now);
+// How the making of a group ended: every ticket made, or cut short because the store refused one.
+enum class GroupEnd { Completed, Interrupted };
+
+// Marks the group row as ended: TimeGenerated "Completed at " (or "Interrupted at "), the stamp and
+// " [RANDOM]" or " [CUSTOM]", and Number as the path counts it. The caller then calls Update. False
+// when a column could not be set.
+bool writeGroupCompletion(
+    Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end = GroupEnd::Completed);
 
 } // namespace marlet
