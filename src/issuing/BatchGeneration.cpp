@@ -251,20 +251,13 @@ bool BatchGeneration::storageFull()
 void BatchGeneration::openGroup()
 {
     Session& session = m_host.session();
-    m_group = ticketGroupNumber(m_host.platform().now());
     const QString cost = m_form[genacc::cboCost].text();
     m_groupRow = std::make_unique<Recordset>();
-    openTicketGroup(*m_groupRow, session.connection(), m_group);
-    m_groupRow->AddNew();
-    writeGroupStart(*m_groupRow,
-        {m_group,
-            m_number,
-            m_time / 60,
-            cost,
-            values::leadingNumber(cost) * double(m_number),
-            session.general.byWhom()},
-        m_host.platform().now());
-    m_groupRow->Update();
+    m_group = addTicketGroup(*m_groupRow,
+        session.connection(),
+        {QString(), m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.general.byWhom()},
+        m_host.platform().now())
+                  .TicketGrp;
 
     m_host.progressBar().setValue(0);
     SessionPreferences prefs = settings();

@@ -146,12 +146,13 @@ bool CustomTicket::askPrint()
 bool CustomTicket::addGroup()
 {
     m_host.resetTicketGrid();
-    const QDateTime now = m_host.platform().now();
-    m_group = ticketGroupNumber(now);
     // A custom group holds one ticket; Amount is the cost as a number, not the field's text.
-    const TicketGroupValues values {m_group, 1, m_minutes, m_cost, m_cost, m_host.session().general.byWhom()};
-    return openTicketGroup(m_groupRow, m_host.session().connection(), m_group) && m_groupRow.AddNew()
-        && writeGroupStart(m_groupRow, values, now) && m_groupRow.Update();
+    const NewTicketGroup group = addTicketGroup(m_groupRow,
+        m_host.session().connection(),
+        {QString(), 1, m_minutes, m_cost, m_cost, m_host.session().general.byWhom()},
+        m_host.platform().now());
+    m_group = group.TicketGrp;
+    return group.added;
 }
 
 bool CustomTicket::addTicket()

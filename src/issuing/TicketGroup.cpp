@@ -1,9 +1,33 @@
 #include "issuing/TicketGroup.h"
 
+#include "issuing/TicketRules.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
 
 namespace marlet {
+
+namespace {
+
+// Enough seconds for every batch a café's servers could start at once.
+constexpr int GroupAttempts = 60;
+
+bool groupTaken(Connection& connection, const QString& group)
+{
+    return Recordset::countRows(Statement(QStringLiteral("Select * from TicketInfo where TicketGrp = '{}'"), {group}),
+               connection)
+            > 0
+        || Recordset::countRows(Statement(QStringLiteral("Select * from Account where TicketGrp = '{}'"), {group}),
+               connection)
+            > 0;
+}
+
+bool isDuplicateGroup(const QString& storeError)
+{
+    return storeError.contains(QLatin1String("UNIQUE constraint failed"), Qt::CaseInsensitive)
+        || storeError.contains(QLatin1String("duplicate key"), Qt::CaseInsensitive);
+}
+
+} // namespace
 
 QString groupTimeStamp(const QString& what, const QDateTime& now)
 {
@@ -29,6 +53,23 @@ bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDat
     ok = row.setValue(QStringLiteral("TotalCost"), values.TotalCost) && ok;
     ok = row.setValue(QStringLiteral("GeneratedBy"), values.GeneratedBy) && ok;
     return row.setValue(QStringLiteral("TimeGenerated"), groupTimeStamp(QStringLiteral("Started at "), now)) && ok;
+}
+
+NewTicketGroup addTicketGroup(Recordset& row, Connection& connection, TicketGroupValues values, const QDateTime& now)
+{
+    QDateTime moment = now;
+    for (int attempt = 0; attempt < GroupAttempts; ++attempt, moment = moment.addSecs(1)) {
+        values.TicketGrp = ticketGroupNumber(moment);
+        if (groupTaken(connection, values.TicketGrp))
+            continue;
+        const bool added = openTicketGroup(row, connection, values.TicketGrp) && row.AddNew()
+            && writeGroupStart(row, values, now) && row.Update();
+        if (added || !isDuplicateGroup(row.lastError()))
+            return {values.TicketGrp, added};
+        row.CancelUpdate();
+        row.Close();
+    }
+    return {values.TicketGrp, false};
 }
 
 bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end)

@@ -33,6 +33,20 @@ struct TicketGroupValues
 // when one of them could not be set.
 bool writeGroupStart(Recordset& row, const TicketGroupValues& values, const QDateTime& now);
 
+// A new group: its number, and whether its TicketInfo row was stored.
+struct NewTicketGroup
+{
+    QString TicketGrp;
+    bool added = false;
+};
+
+// Adds the TicketInfo row of a new group on `row` (left open on it for the completion): the
+// group of the clock's second, or of the first later second that no group holds yet, so that two
+// operators who start in the same second get a group each. A start at the very same moment is
+// settled by the store's unique index: the later row moves on to the next second. values.TicketGrp
+// is ignored. A failure of the store is passed over, as the issuing paths pass over failed steps.
+NewTicketGroup addTicketGroup(Recordset& row, Connection& connection, TicketGroupValues values, const QDateTime& now);
+
 // How a group came into being, as the completed TimeGenerated names it.
 enum class GroupKind { Random, Custom };
 

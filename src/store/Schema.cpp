@@ -202,12 +202,14 @@ Schema::Schema()
         for (const ColumnDef& column : table.columns)
             m_columnIndex.insert(table.name.toLower() + u'.' + column.name.toLower(), &column);
     }
-    // The lookups that every ticket operation makes: by name, by group, and the member join.
+    // The lookups that every ticket operation makes: by name, by group, and the member join. A
+    // ticket group is one row of TicketInfo: two operators who start a batch in the same second
+    // must not share one, or one's discard would delete the other's tickets.
     m_indexes = {
         {QStringLiteral("account_username"), QStringLiteral("Account"), QStringLiteral("Username")},
         {QStringLiteral("account_ticketgrp"), QStringLiteral("Account"), QStringLiteral("TicketGrp")},
         {QStringLiteral("recyclebin_username"), QStringLiteral("RecycleBin"), QStringLiteral("Username")},
-        {QStringLiteral("ticketinfo_ticketgrp"), QStringLiteral("TicketInfo"), QStringLiteral("TicketGrp")},
+        {QStringLiteral("ticketinfo_ticketgrp"), QStringLiteral("TicketInfo"), QStringLiteral("TicketGrp"), true},
         {QStringLiteral("members_member_id"), QStringLiteral("Members"), QStringLiteral("Member_ID")},
         {QStringLiteral("users_username"), QStringLiteral("Users"), QStringLiteral("Username")},
         {QStringLiteral("pos_username"), QStringLiteral("POS"), QStringLiteral("Username")},

@@ -43,6 +43,7 @@ struct IndexDef
     QString name;
     QString table;
     QString column;
+    bool unique = false;
 };
 
 // The tables that the component requires, with their columns in the stated order. The order binds:

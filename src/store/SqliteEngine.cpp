@@ -316,7 +316,8 @@ QStringList SqliteEngine::schemaSql(const Schema& schema) const
             + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
     }
     for (const IndexDef& index : schema.indexes()) {
-        statements.append(QStringLiteral("CREATE INDEX ") + SqlTranslator::quoteIdentifier(index.name)
+        statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
+                          + SqlTranslator::quoteIdentifier(index.name)
             + QStringLiteral(" ON ") + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
             + SqlTranslator::quoteIdentifier(index.column) + u')');
     }

@@ -493,6 +493,49 @@ private slots:
         QCOMPARE(run.out.count(QStringLiteral("60min(s)")), 2);
     }
 
+    void testTwoBatchesStartedTogetherGetAGroupEach()
+    {
+        const QString db = path("two.db");
+        QCOMPARE(marlet({QStringLiteral("init"), QStringLiteral("--db"), db, QStringLiteral("--admin-password"),
+                         QStringLiteral("secret")})
+                     .exitCode,
+                 0);
+        const QStringList arguments = {QStringLiteral("generate"), QStringLiteral("--db"), db,
+                                       QStringLiteral("--password"), QStringLiteral("secret"),
+                                       QStringLiteral("--number"), QStringLiteral("6"), QStringLiteral("--hours"),
+                                       QStringLiteral("1"), QStringLiteral("--yes"), QStringLiteral("--prefs"),
+                                       path("prefs"), QStringLiteral("--app-dir"), path("app")};
+        QProcess first;
+        QProcess second;
+        for (QProcess* process : {&first, &second}) {
+            process->start(QStringLiteral(MARLET_BINARY), arguments);
+            process->closeWriteChannel();
+        }
+        for (QProcess* process : {&first, &second}) {
+            QVERIFY(process->waitForFinished(120000));
+            QCOMPARE(process->exitCode(), 0);
+        }
+        QSqlDatabase native = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("two"));
+        native.setDatabaseName(db);
+        QVERIFY(native.open());
+        QSqlQuery groups(QStringLiteral("SELECT TicketGrp, Number, (SELECT count(*) FROM Account a WHERE "
+                                        "a.TicketGrp = t.TicketGrp) FROM TicketInfo t"),
+                         native);
+        int found = 0;
+        while (groups.next()) {
+            ++found;
+            QCOMPARE(groups.value(1).toInt(), 7);
+            QCOMPARE(groups.value(2).toInt(), 6);
+        }
+        QCOMPARE(found, 2);
+        QSqlQuery tickets(QStringLiteral("SELECT count(DISTINCT Username) FROM Account"), native);
+        QVERIFY(tickets.next());
+        QCOMPARE(tickets.value(0).toInt(), 12);
+        native.close();
+        native = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("two"));
+    }
+
     void testBatchProgressStaysQuietWhenNotOnATerminal()
     {
         const Run run = marlet(QStringList {QStringLiteral("generate"),
