@@ -3,6 +3,7 @@
 #include "issuing/TicketRules.h"
 #include "store/Recordset.h"
 #include "values/Formats.h"
+#include "values/Numbers.h"
 
 namespace marlet {
 
@@ -10,6 +11,15 @@ namespace {
 
 // Enough seconds for every batch a café's servers could start at once.
 constexpr int GroupAttempts = 60;
+
+// A batch of the most tickets runs a few minutes; a group started longer ago than this and never
+// completed belongs to no running batch.
+constexpr qint64 AbandonedAfterSeconds = 15 * 60;
+
+QDateTime groupMoment(const QString& group)
+{
+    return QDateTime::fromString(QStringLiteral("20") + group, QStringLiteral("yyyyMMddHHmmss"));
+}
 
 bool groupTaken(Connection& connection, const QString& group)
 {
@@ -70,6 +80,34 @@ NewTicketGroup addTicketGroup(Recordset& row, Connection& connection, TicketGrou
         row.Close();
     }
     return {values.TicketGrp, false};
+}
+
+int reconcileInterruptedGroups(Connection& connection, const QDateTime& now)
+{
+    const QString started = QStringLiteral("Started at ");
+    Recordset groups;
+    if (!groups.Open(QStringLiteral("Select * from TicketInfo where TimeGenerated like 'Started at %'"),
+            connection,
+            CursorType::Static,
+            LockType::Optimistic))
+        return 0;
+    int reconciled = 0;
+    for (; !groups.Eof(); groups.MoveNext()) {
+        const QString group = groups.value(QStringLiteral("TicketGrp")).toString();
+        const QDateTime moment = groupMoment(group);
+        if (!moment.isValid() || moment.secsTo(now) < AbandonedAfterSeconds)
+            continue;
+        const long made = Recordset::countRows(
+            Statement(QStringLiteral("Select * from Account where TicketGrp = '{}'"), {group}), connection);
+        const double price = values::leadingNumber(groups.value(QStringLiteral("Amount")).toString());
+        const QString stamp = groups.value(QStringLiteral("TimeGenerated")).toString().mid(started.size());
+        groups.setValue(QStringLiteral("Number"), double(made));
+        groups.setValue(QStringLiteral("TotalCost"), price * double(made));
+        groups.setValue(QStringLiteral("TimeGenerated"), QString(QStringLiteral("Interrupted at ") + stamp + QStringLiteral(" [RANDOM]")));
+        if (groups.Update())
+            ++reconciled;
+    }
+    return reconciled;
 }
 
 bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end)

@@ -59,4 +59,10 @@ enum class GroupEnd { Completed, Interrupted };
 bool writeGroupCompletion(
     Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end = GroupEnd::Completed);
 
+// A batch whose program was killed half way leaves its group row saying "Started at" with the
+// counters of the whole batch. A group that has said so for longer than any batch runs is
+// reconciled: Number and TotalCost count the tickets that exist, and TimeGenerated reads
+// "Interrupted at" with the time it started. Returns how many groups were reconciled.
+int reconcileInterruptedGroups(Connection& connection, const QDateTime& now);
+
 } // namespace marlet

@@ -1,6 +1,7 @@
 #include "screens/GenAcc.h"
 
 #include "issuing/GenAccNames.h"
+#include "issuing/TicketGroup.h"
 #include "platform/GridData.h"
 #include "platform/Platform.h"
 #include "printing/SheetSettings.h"
@@ -212,6 +213,7 @@ void GenAcc::load()
         QStringLiteral("30 mins"),
         QStringLiteral("45 mins")});
     fillLists();
+    reconcileInterruptedGroups(m_session.connection(), platform().now());
     loadLastBatch();
 
     Control& noPassList = (*this)[genacc::Check4];

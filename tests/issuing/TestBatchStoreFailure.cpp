@@ -31,6 +31,7 @@ private slots:
     void testARefusedTicketStopsTheBatchAndKeepsWhatWasStored();
     void testARefusalThatPassesIsTriedOnceMore();
     void testABatchOfNoStoredTicketCountsNothing();
+    void testOpeningTheScreenReconcilesAKilledBatch();
 
 private:
     // Refuses every insert into Account once the table holds `limit` rows.
@@ -131,6 +132,25 @@ void TestBatchStoreFailure::testABatchOfNoStoredTicketCountsNothing()
     QCOMPARE(one(QStringLiteral("select count(*) from Account")), QStringLiteral("0"));
     QCOMPARE(one(QStringLiteral("select Number from TicketInfo")), QStringLiteral("0"));
     QCOMPARE(one(QStringLiteral("select TotGenerated from Register")), QStringLiteral("0"));
+}
+
+void TestBatchStoreFailure::testOpeningTheScreenReconcilesAKilledBatch()
+{
+    // Yesterday's batch of ten was killed after two tickets.
+    Connection& connection = m_cafe->database.connection();
+    QVERIFY(connection.Execute(QStringLiteral(
+        "INSERT INTO TicketInfo (TicketGrp,[Number],[Time],Amount,TotalCost,GeneratedBy,TimeGenerated) Values "
+        "('261120180000',10,60,'50',500,'ADMINISTRATOR','Started at 18:00, 20/11/26')")));
+    for (const char* name : {"NVT1111111", "NVT2222222"}) {
+        QVERIFY(connection.Execute(Statement(
+            QStringLiteral("INSERT INTO Account (Username,Password,TicketGrp) Values ('{}','1','261120180000')"),
+            {QLatin1String(name)})));
+    }
+    m_cafe->open(Screen::GenAcc);
+    QCOMPARE(one(QStringLiteral("select Number from TicketInfo")), QStringLiteral("2"));
+    QCOMPARE(one(QStringLiteral("select TotalCost from TicketInfo")), QStringLiteral("100"));
+    QCOMPARE(one(QStringLiteral("select TimeGenerated from TicketInfo")),
+             QStringLiteral("Interrupted at 18:00, 20/11/26 [RANDOM]"));
 }
 
 } // namespace marlet

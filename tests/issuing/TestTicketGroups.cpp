@@ -31,9 +31,15 @@ private slots:
     void testTicketsOfAGroupWithoutItsRowKeepTheSecondTaken();
     void testAGroupAddedAtTheVeryMomentMovesOn();
     void testTheStoreRefusesASecondRowOfAGroup();
+    void testAKilledBatchIsReconciled();
+    void testARunningBatchIsLeftAlone();
+    void testACompletedGroupIsLeftAlone();
 
 private:
     QString groups();
+    // A group row as a batch of ten leaves it when killed after `made` tickets.
+    void startedBatch(const QDateTime& start, int made);
+    QString groupColumn(const char* column);
 
     std::unique_ptr<test::StoreTestDatabase> m_database;
 };
@@ -109,6 +115,57 @@ void TestTicketGroups::testTheStoreRefusesASecondRowOfAGroup()
     addTicketGroup(row, m_database->connection(), batchOfFive(), tenOClock);
     QVERIFY(!m_database->connection().Execute(
         QStringLiteral("INSERT INTO TicketInfo (TicketGrp) Values ('261121100000')")));
+}
+
+void TestTicketGroups::startedBatch(const QDateTime& start, int made)
+{
+    Recordset row;
+    TicketGroupValues values = batchOfFive();
+    values.Number = 10.0f;
+    values.TotalCost = 500;
+    const QString group = addTicketGroup(row, m_database->connection(), values, start).TicketGrp;
+    for (int ticket = 1; ticket <= made; ++ticket) {
+        QVERIFY(m_database->connection().Execute(
+            Statement(QStringLiteral("INSERT INTO Account (Username,Password,TicketGrp) Values ('NVT000000{}','1','{}')"),
+                      {QString::number(ticket), group})));
+    }
+}
+
+QString TestTicketGroups::groupColumn(const char* column)
+{
+    Recordset row;
+    if (!row.Open(QStringLiteral("Select * from TicketInfo"), m_database->connection()) || row.Eof())
+        return QStringLiteral("<none>");
+    return row.value(QLatin1String(column)).toString();
+}
+
+void TestTicketGroups::testAKilledBatchIsReconciled()
+{
+    startedBatch(tenOClock, 3);
+    QCOMPARE(groupColumn("TimeGenerated"), QStringLiteral("Started at 10:00, 21/11/26"));
+    QCOMPARE(reconcileInterruptedGroups(m_database->connection(), tenOClock.addSecs(20 * 60)), 1);
+    QCOMPARE(groupColumn("Number"), QStringLiteral("3"));
+    QCOMPARE(groupColumn("TotalCost"), QStringLiteral("150"));
+    QCOMPARE(groupColumn("TimeGenerated"), QStringLiteral("Interrupted at 10:00, 21/11/26 [RANDOM]"));
+    QCOMPARE(reconcileInterruptedGroups(m_database->connection(), tenOClock.addSecs(30 * 60)), 0);
+}
+
+void TestTicketGroups::testARunningBatchIsLeftAlone()
+{
+    startedBatch(tenOClock, 3);
+    QCOMPARE(reconcileInterruptedGroups(m_database->connection(), tenOClock.addSecs(2 * 60)), 0);
+    QCOMPARE(groupColumn("Number"), QStringLiteral("10"));
+    QCOMPARE(groupColumn("TimeGenerated"), QStringLiteral("Started at 10:00, 21/11/26"));
+}
+
+void TestTicketGroups::testACompletedGroupIsLeftAlone()
+{
+    Recordset row;
+    addTicketGroup(row, m_database->connection(), batchOfFive(), tenOClock);
+    QVERIFY(writeGroupCompletion(row, GroupKind::Random, 6.0f, tenOClock.addSecs(60)));
+    QVERIFY(row.Update());
+    QCOMPARE(reconcileInterruptedGroups(m_database->connection(), tenOClock.addDays(1)), 0);
+    QCOMPARE(groupColumn("Number"), QStringLiteral("6"));
 }
 
 } // namespace marlet
