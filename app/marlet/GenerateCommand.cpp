@@ -298,6 +298,8 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
         user,
         flag(options.flag(QStringLiteral("power"))),
         options.value(QStringLiteral("path")));
+    if (const QString unsaved = component.preferences().lastError(); !unsaved.isEmpty())
+        err << "marlet generate: warning: " << unsaved << Qt::endl;
     if (!driver.gatePassed()) {
         err << "marlet generate: the password gate refused"
             << (driver.lastWarning().isEmpty() ? QString() : QStringLiteral(": ") + driver.lastWarning())

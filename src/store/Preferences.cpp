@@ -86,6 +86,23 @@ QString Preferences::defaultFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/marlet");
 }
 
+// How long a save waits for another program's lock, and how long after a wait in vain the next
+// saves give up at once: a batch saves several keys, and each must not wait again.
+constexpr int LockWaitMilliseconds = 2000;
+constexpr qint64 LockBackOffMilliseconds = 10000;
+
+bool Preferences::acquire(QLockFile& lock)
+{
+    const bool backingOff = m_lockRefused.isValid() && m_lockRefused.elapsed() < LockBackOffMilliseconds;
+    if (lock.tryLock(backingOff ? 0 : LockWaitMilliseconds)) {
+        m_lockRefused.invalidate();
+        return true;
+    }
+    if (!backingOff)
+        m_lockRefused.start();
+    return false;
+}
+
 QString Preferences::GetSetting(
     const QString& application, const QString& section, const QString& key, const QString& defaultValue) const
 {
@@ -100,7 +117,20 @@ void Preferences::SaveSetting(
     // The lock keeps two programs that save at the same moment from dropping each other's keys.
     QLockFile lock(m_path + QStringLiteral(".lock"));
     QDir().mkpath(QFileInfo(m_path).absolutePath());
-    lock.tryLock(2000); // a lock that cannot be had in time does not stop the save
+    if (!acquire(lock)) {
+        qint64 holder = 0;
+        QString host;
+        QString program;
+        lock.getLockInfo(&holder, &host, &program);
+        refresh();
+        put({application, section, key, value});
+        m_lastError = QStringLiteral("The preference file '%1' is locked by another program (%2, process %3); %4 was "
+                                     "not saved to it.")
+                          .arg(m_path, program.isEmpty() ? QStringLiteral("unknown") : program)
+                          .arg(holder)
+                          .arg(key);
+        return;
+    }
     refresh();
     const auto found = m_index.constFind(foldedAddress(application, section, key));
     if (found != m_index.constEnd() && m_entries.at(*found).value == value)

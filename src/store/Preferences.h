@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QList>
 #include <QString>
 
 #include <cstdint>
+
+class QLockFile;
 
 namespace marlet {
 
@@ -30,7 +33,8 @@ public:
     void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
 
     QString filePath() const { return m_path; }
-    // Why the last write could not reach the disk, or empty. The value is kept in memory anyway.
+    // Why the last write could not reach the disk, or empty: the file could not be written, or
+    // another program held its lock for longer than a save waits. The value is kept in memory anyway.
     QString lastError() const { return m_lastError; }
 
     static QString defaultFolder();
@@ -58,9 +62,12 @@ private:
     void load() const;
     bool write();
     void put(const Entry& entry) const;
+    bool acquire(QLockFile& lock);
 
     QString m_path;
     QString m_lastError;
+    // Started when a save gave up waiting for another program's lock.
+    QElapsedTimer m_lockRefused;
     mutable FileStamp m_stamp;
     mutable QList<Entry> m_entries; // in file order
     mutable QHash<QString, qsizetype> m_index; // folded address -> position in m_entries

@@ -1,6 +1,8 @@
 #include "store/Preferences.h"
 
+#include <QElapsedTimer>
 #include <QFile>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -29,6 +31,7 @@ private slots:
     void testTheFileIsReadableByItsOwnerOnly();
     void testAnotherWriterIsSeen();
     void testTwoWritersKeepEachOthersKeys();
+    void testALockHeldElsewhereEndsTheWaitWithAReason();
     void testEnvironmentChoosesTheFolder();
     void testConstructorFolderWinsOverEnvironment();
     void testUnwritableFolderKeepsTheValueInMemory();
@@ -211,6 +214,34 @@ void TestPreferences::testTwoWritersKeepEachOthersKeys()
     const Preferences fresh(m_dir->path());
     QCOMPARE(fresh.GetSetting(u"A"_s, u"Option"_s, u"One"_s, QString()), u"1"_s);
     QCOMPARE(fresh.GetSetting(u"A"_s, u"Option"_s, u"Two"_s, QString()), u"2"_s);
+}
+
+void TestPreferences::testALockHeldElsewhereEndsTheWaitWithAReason()
+{
+    const QString path = m_dir->filePath(u"preferences.ini"_s);
+    QLockFile other(path + u".lock"_s);
+    QVERIFY(other.tryLock(0));
+    Preferences prefs(m_dir->path());
+    QElapsedTimer waited;
+    waited.start();
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Number"_s, u"10"_s);
+    QVERIFY2(prefs.lastError().startsWith(u"The preference file '%1' is locked by another program ("_s.arg(path)),
+             qPrintable(prefs.lastError()));
+    QVERIFY(prefs.lastError().endsWith(u"); Number was not saved to it."_s));
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(prefs.GetSetting(u"Norvantis"_s, u"Settings"_s, u"Number"_s, QString()), u"10"_s);
+    // The next saves of the same moment give up at once instead of waiting again.
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Hr"_s, u"1"_s);
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Min"_s, u"30"_s);
+    QVERIFY2(waited.elapsed() < 3500, qPrintable(QString::number(waited.elapsed())));
+    QVERIFY(prefs.lastError().endsWith(u"; Min was not saved to it."_s));
+    // Once the lock is free, the next save writes every kept value.
+    other.unlock();
+    prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Amount"_s, u"50"_s);
+    QCOMPARE(prefs.lastError(), QString());
+    const Preferences fresh(m_dir->path());
+    QCOMPARE(fresh.GetSetting(u"Norvantis"_s, u"Settings"_s, u"Number"_s, QString()), u"10"_s);
+    QCOMPARE(fresh.GetSetting(u"Norvantis"_s, u"Settings"_s, u"Amount"_s, QString()), u"50"_s);
 }
 
 void TestPreferences::testEnvironmentChoosesTheFolder()
