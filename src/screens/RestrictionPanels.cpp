@@ -118,9 +118,8 @@ void RestrictionPanels::buildPrograms(Control& panel, const ProgramFields& field
     Control& add = m_screen.addToFrame(panel, ControlKind::CommandButton, *fields.add, QStringLiteral("Add Item"));
     Control& remove
         = m_screen.addToFrame(panel, ControlKind::CommandButton, *fields.remove, QStringLiteral("Remove Item"));
-    // The box starts cleared, and so do the fields it governs.
-    for (Control* field : {&edit, &add, &remove})
-        field->setEnabled(false);
+    // The fields start enabled under a cleared box: a switch stored off changes nothing at loading,
+    // and its fields stay usable, though adding then writes nothing.
     box.onClick = [this, &fields] { switchPrograms(fields); };
     // A picked entry goes into the edit box, ready to be removed.
     entries.onClick = [&entries, &edit] {
