@@ -47,7 +47,8 @@ void ClientOptionTab::build(Control& panel)
 
 void ClientOptionTab::buildList(Control& panel)
 {
-    Control& frame = m_screen.addToFrame(panel, ControlKind::Frame, options::FClientSettings, QStringLiteral("Client Settings"));
+    Control& frame
+        = m_screen.addToFrame(panel, ControlKind::Frame, options::FClientSettings, QStringLiteral("Client Settings"));
     Control& list = m_screen.addToFrame(frame, ControlKind::ListBox, options::lstClientSettings);
     list.setMultiSelect(true);
     list.onClick = [this] { pickSwitch(); };
@@ -69,7 +70,8 @@ void ClientOptionTab::buildExplanation(Control& panel)
 void ClientOptionTab::buildColour(Control& panel)
 {
     m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdColour, QStringLiteral("Client Colour ..."))
-        .onClick = [this] { chooseColour(); };
+        .onClick
+        = [this] { chooseColour(); };
     m_screen.addToFrame(panel, ControlKind::Label, options::picColour);
     m_screen.trackChanges(
         m_screen.addToFrame(
@@ -79,9 +81,11 @@ void ClientOptionTab::buildColour(Control& panel)
 
 void ClientOptionTab::buildButtons(Control& panel)
 {
-    m_screen.addToFrame(
-        panel, ControlKind::CommandButton, options::cmdRestoreDefault, QStringLiteral("Restore to Default Setting"))
-        .onClick = [this] { restoreDefaults(); };
+    m_screen
+        .addToFrame(
+            panel, ControlKind::CommandButton, options::cmdRestoreDefault, QStringLiteral("Restore to Default Setting"))
+        .onClick
+        = [this] { restoreDefaults(); };
 }
 
 // ---- loading ----------------------------------------------------------------------------------

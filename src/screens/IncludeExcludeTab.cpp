@@ -199,7 +199,7 @@ void IncludeExcludeTab::removeClient(const ClientFields& fields)
         entries.removeItem(i);
         platform.messageBox(QStringLiteral("[") + name
                 + (fields.list == restrictions::ClientList::Excluded ? QStringLiteral("] removed!")
-                                                                      : QStringLiteral("] Removed!")),
+                                                                     : QStringLiteral("] Removed!")),
             MsgStyle::Info);
         listChanged(fields);
         break;

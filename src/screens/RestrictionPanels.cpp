@@ -75,9 +75,8 @@ void RestrictionPanels::build(Control& tabPanel, std::function<void(Control*)> o
         &options::txtForbidden,
         &options::cmdAddForbidden,
         &options::cmdRemoveForbidden};
-    buildPrograms(programs,
-        allowed,
-        "All other programs (*.exe) will be Restricted except those add to the list below:");
+    buildPrograms(
+        programs, allowed, "All other programs (*.exe) will be Restricted except those add to the list below:");
     buildPrograms(programs, forbidden, "Restrict Programs from running in Win2000/XP/2003/Vista/7");
     // Enter adds to the allowed list only.
     m_screen[options::txtAllowed].onKeyPress = [this](int& key) {
@@ -87,11 +86,10 @@ void RestrictionPanels::build(Control& tabPanel, std::function<void(Control*)> o
     Control& examples = m_screen.addToFrame(
         programs, ControlKind::CommandButton, options::cmdExamples, QStringLiteral("Examples of file Restriction"));
     examples.setToolTip(QStringLiteral("Example of common Program files EXE"));
-    examples.onClick = [this] {
-        m_screen.platform().messageBox(restrictions::examplesText(), MsgStyle::Info);
-    };
+    examples.onClick = [this] { m_screen.platform().messageBox(restrictions::examplesText(), MsgStyle::Info); };
     m_screen.addToFrame(programs, ControlKind::CommandButton, options::cmdProgramBack, QStringLiteral("<< Back"))
-        .onClick = [this] { m_open(nullptr); };
+        .onClick
+        = [this] { m_open(nullptr); };
 
     Control& captions = m_screen.addToFrame(
         tabPanel, ControlKind::Frame, options::FSiteRestriction, QStringLiteral("Site/Caption Restriction"));
@@ -102,10 +100,8 @@ void RestrictionPanels::build(Control& tabPanel, std::function<void(Control*)> o
         tabPanel, ControlKind::CommandButton, options::cmdProgramRestriction, QStringLiteral("Program Restriction"));
     openPrograms.setToolTip(QStringLiteral("restrict programs from running on clients"));
     openPrograms.onClick = [this] { this->openPrograms(); };
-    Control& openCaptions = m_screen.addToFrame(tabPanel,
-        ControlKind::CommandButton,
-        options::cmdSiteRestriction,
-        QStringLiteral("Site/Caption Restriction"));
+    Control& openCaptions = m_screen.addToFrame(
+        tabPanel, ControlKind::CommandButton, options::cmdSiteRestriction, QStringLiteral("Site/Caption Restriction"));
     openCaptions.setToolTip(QStringLiteral("Set Caption restriction for programs"));
     openCaptions.onClick = [this] { this->openCaptions(); };
 }
@@ -132,8 +128,10 @@ void RestrictionPanels::buildPrograms(Control& panel, const ProgramFields& field
 
 void RestrictionPanels::buildCaptions(Control& panel)
 {
-    Control& siteBox = m_screen.addToFrame(
-        panel, ControlKind::CheckBox, options::chkSiteRestrict, QStringLiteral("Close any Program(s) with the Caption below:"));
+    Control& siteBox = m_screen.addToFrame(panel,
+        ControlKind::CheckBox,
+        options::chkSiteRestrict,
+        QStringLiteral("Close any Program(s) with the Caption below:"));
     Control& ieBox = m_screen.addToFrame(
         panel, ControlKind::CheckBox, options::chkApplyIE, QStringLiteral("Only Apply to Internet Explorer"));
     Control& messageBox = m_screen.addToFrame(
@@ -141,15 +139,18 @@ void RestrictionPanels::buildCaptions(Control& panel)
     // Two boxes that nothing reads or saves.
     Control& frame = m_screen.addToFrame(
         panel, ControlKind::Frame, options::FCaptionOption, QStringLiteral("Site/Caption Option"));
-    m_screen.addToFrame(frame, ControlKind::CheckBox, options::chkCaseSensitive, QStringLiteral("Caption is Case Sensitive"));
+    m_screen.addToFrame(
+        frame, ControlKind::CheckBox, options::chkCaseSensitive, QStringLiteral("Caption is Case Sensitive"));
     m_screen.addToFrame(
         frame, ControlKind::CheckBox, options::chkWholeWord, QStringLiteral("Search for Whole Word in Caption"));
     Control& entries = m_screen.addToFrame(panel, ControlKind::ListBox, options::lstCaptions);
     Control& edit = m_screen.addToFrame(panel, ControlKind::TextBox, options::txtCaption);
     m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdAddCaption, QStringLiteral("Add Caption"))
-        .onClick = [this] { addCaption(); };
+        .onClick
+        = [this] { addCaption(); };
     m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdRemoveCaption, QStringLiteral("Remove Caption"))
-        .onClick = [this] { removeCaption(); };
+        .onClick
+        = [this] { removeCaption(); };
     m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdSiteBack, QStringLiteral("<< Back")).onClick
         = [this] { m_open(nullptr); };
     entries.onClick = [&entries, &edit] {

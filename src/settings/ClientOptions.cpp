@@ -19,6 +19,7 @@ constexpr std::string_view C = "COption";
 
 // The client settings list. Keys are the host's interface and need not fit their captions
 // (WallPaper is the printer switch); captions and explanations are shown as they stand.
+// clang-format off
 constexpr std::array<ClientOption, Count> Options {{
     {"Allow Client to Pause", key(O, "AllowPause"), F::TrueFalse, R::Truth, false, false,
         "Allow Client to pause time."},
@@ -138,6 +139,7 @@ constexpr std::array<ClientOption, Count> Options {{
     {"Disable Changing Toolbar Settings", key(C, "NoToolBar"), F::OneZero, R::One, false, false,
         "Disable the changing of Toolbars"},
 }};
+// clang-format on
 
 } // namespace
 

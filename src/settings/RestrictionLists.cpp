@@ -104,10 +104,10 @@ QStringList Store::column(const QString& statement, const QString& field) const
 
 QStringList Store::programs(ProgramList list) const
 {
-    QStringList names = column(list == ProgramList::Allowed
-            ? QStringLiteral("Select * from RestrictDisallow where Type = True")
-            : QStringLiteral("Select * from RestrictDisallow where Type = False"),
-        QStringLiteral("Name"));
+    QStringList names
+        = column(list == ProgramList::Allowed ? QStringLiteral("Select * from RestrictDisallow where Type = True")
+                                              : QStringLiteral("Select * from RestrictDisallow where Type = False"),
+            QStringLiteral("Name"));
     for (QString& name : names)
         name = name.toLower();
     return names;

@@ -304,15 +304,16 @@ void TestScreensPictures::testOptionsClientOption()
     QCOMPARE(options[latin("lstCaptions")].listCount(), 1);
     render(options, latin("options-site-restriction.png"));
     // Every page in a window of the same size.
-    QCOMPARE(m_sizes.value(latin("options-program-restriction.png")), m_sizes.value(latin("options-client-option.png")));
+    QCOMPARE(
+        m_sizes.value(latin("options-program-restriction.png")), m_sizes.value(latin("options-client-option.png")));
     QCOMPARE(m_sizes.value(latin("options-site-restriction.png")), m_sizes.value(latin("options-client-option.png")));
     screen->forceUnload();
 }
 
 void TestScreensPictures::testOptionsIncludeExclude()
 {
-    QVERIFY(m_database->connection().Execute(
-        Statement(latin("INSERT INTO Restriction (ComputerName, Times, User) Values ('PC-01', now, 'ADMINISTRATOR')"))));
+    QVERIFY(m_database->connection().Execute(Statement(
+        latin("INSERT INTO Restriction (ComputerName, Times, User) Values ('PC-01', now, 'ADMINISTRATOR')"))));
     QVERIFY(m_database->connection().Execute(
         Statement(latin("INSERT INTO RClient (ComputerName, Times, User) Values ('VIP-01', now, 'ADMINISTRATOR')"))));
     session().settings().save(keys::SelClient, latin("1"));

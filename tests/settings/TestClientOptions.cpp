@@ -71,8 +71,8 @@ void TestClientOptions::testPositionsThatTheHostKnows_data()
         << 7 << latin("COption") << latin("NoAutoSearch") << latin("Stop Client-Server AutoSearch");
     QTest::newRow("update clients in the Option section")
         << 11 << latin("Option") << latin("UpdateClients") << latin("Update Clients' settings on Connection");
-    QTest::newRow("the drive keys hold a blank") << 16 << latin("COption") << latin("All Drive")
-                                                 << latin("Hide All Physical Drives from E to Z");
+    QTest::newRow("the drive keys hold a blank")
+        << 16 << latin("COption") << latin("All Drive") << latin("Hide All Physical Drives from E to Z");
     QTest::newRow("the printer switch keeps the wallpaper key")
         << 19 << latin("COption") << latin("WallPaper") << latin("Disable Printer Change");
     QTest::newRow("the neighbourhood key as it is spelled")

@@ -63,8 +63,8 @@ void TestRestrictionLists::testProgramRefusals_data()
     QTest::newRow("blanks around do not count") << latin("  a.e  ") << 0 << latin("Entry is Blank or Short!");
     QTest::newRow("no dot") << latin("winword") << 0 << latin("Invalid Entry! (e.g filename.exe)");
     QTest::newRow("a twenty-first entry still goes in") << latin("b.exe") << 20 << QString();
-    QTest::newRow("the twenty-second is refused") << latin("b.exe") << 21
-                                                  << latin("You can only enter 20 program name(s) in total!");
+    QTest::newRow("the twenty-second is refused")
+        << latin("b.exe") << 21 << latin("You can only enter 20 program name(s) in total!");
     QTest::newRow("shortness is told before the count") << latin("b.e") << 21 << latin("Entry is Blank or Short!");
 }
 
@@ -156,8 +156,8 @@ void TestRestrictionLists::testQuotedOrSqlEntriesAreNeverExecuted()
     // A quote breaks the statement: nothing is written.
     QCOMPARE(store.addProgram(ProgramList::Allowed, latin("o'neil.exe")), Added::Failed);
     QCOMPARE(store.addCaption(latin("it's")), Added::Failed);
-    QCOMPARE(store.addClient(ClientList::Excluded, latin("PC'1"), QDateTime::currentDateTime(), latin("A")),
-        Added::Failed);
+    QCOMPARE(
+        store.addClient(ClientList::Excluded, latin("PC'1"), QDateTime::currentDateTime(), latin("A")), Added::Failed);
     QVERIFY(!store.removeCaption(latin("x' or '1'='1")));
     // SQL text without a quote is an entry like any other.
     const QString drop = latin("x.exe; drop table account");

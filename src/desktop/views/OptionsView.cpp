@@ -163,7 +163,8 @@ QVBoxLayout* restrictionList(ViewKit& kit, QWidget* panel, std::initializer_list
         list->setMinimumHeight(restrictionListHeight);
         box->addWidget(list, 1);
     }
-    auto* edit = line({sized(kit.make(name[2], panel), restrictionFieldWidth), kit.make(name[3], panel), kit.make(name[4], panel)});
+    auto* edit = line(
+        {sized(kit.make(name[2], panel), restrictionFieldWidth), kit.make(name[3], panel), kit.make(name[4], panel)});
     edit->addStretch(1);
     box->addLayout(edit);
     return box;
@@ -176,7 +177,11 @@ QGroupBox* programPanel(ViewKit& kit, QWidget* page)
     auto* lists = new QHBoxLayout;
     lists->addLayout(restrictionList(kit,
         panel,
-        {options::chkRestrict, options::lstAllowed, options::txtAllowed, options::cmdAddAllowed, options::cmdRemoveAllowed}));
+        {options::chkRestrict,
+            options::lstAllowed,
+            options::txtAllowed,
+            options::cmdAddAllowed,
+            options::cmdRemoveAllowed}));
     lists->addSpacing(12);
     lists->addLayout(restrictionList(kit,
         panel,
@@ -199,13 +204,19 @@ QGroupBox* sitePanel(ViewKit& kit, QWidget* page)
     auto* box = new QVBoxLayout(panel);
     auto* columns = new QHBoxLayout;
     columns->addLayout(restrictionList(kit,
-        panel,
-        {options::chkSiteRestrict, options::lstCaptions, options::txtCaption, options::cmdAddCaption, options::cmdRemoveCaption}), 1);
+                           panel,
+                           {options::chkSiteRestrict,
+                               options::lstCaptions,
+                               options::txtCaption,
+                               options::cmdAddCaption,
+                               options::cmdRemoveCaption}),
+        1);
     columns->addSpacing(12);
     auto* switches = column(kit, panel, {options::chkApplyIE, options::chkMessClose});
     auto* captionOption = kit.frame(options::FCaptionOption, new QGroupBox(panel));
     auto* optionBox = new QVBoxLayout(captionOption);
-    addAll(*optionBox, {kit.make(options::chkCaseSensitive, captionOption), kit.make(options::chkWholeWord, captionOption)});
+    addAll(*optionBox,
+        {kit.make(options::chkCaseSensitive, captionOption), kit.make(options::chkWholeWord, captionOption)});
     switches->addWidget(captionOption);
     switches->addStretch(1);
     columns->addLayout(switches);
@@ -258,7 +269,8 @@ QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
     QFormLayout* fields = formLayout();
     kit.addRow(*fields, options::txtReservedName, separation);
     box->addLayout(fields);
-    box->addLayout(line({kit.make(options::cmdAddReserved, separation), kit.make(options::cmdRemoveReserved, separation)}));
+    box->addLayout(
+        line({kit.make(options::cmdAddReserved, separation), kit.make(options::cmdRemoveReserved, separation)}));
     QFormLayout* prefix = formLayout();
     sized(kit.addRow(*prefix, options::txtSelPrefix, separation), shortFieldWidth);
     box->addLayout(prefix);
