@@ -41,11 +41,11 @@ IncludeExcludeTab::IncludeExcludeTab(Options& screen)
 void IncludeExcludeTab::build(Control& panel)
 {
     static const ClientFields excluded {restrictions::ClientList::Excluded,
+        nullptr,
         &options::lstExcluded,
         &options::txtExcludedName,
         &options::cmdAddExcluded,
-        &options::cmdRemoveExcluded,
-        nullptr};
+        &options::cmdRemoveExcluded};
     Control& frame = m_screen.addToFrame(panel,
         ControlKind::Frame,
         options::FExcluded,
@@ -57,7 +57,7 @@ void IncludeExcludeTab::build(Control& panel)
 void IncludeExcludeTab::buildClients(Control& frame, const ClientFields& fields)
 {
     Control& entries = m_screen.addToFrame(frame, ControlKind::ListBox, *fields.entries);
-    Control& name = m_screen.addToFrame(frame, ControlKind::TextBox, *fields.name, ClientNameCaption);
+    Control& name = m_screen.addToFrame(frame, ControlKind::TextBox, *fields.edit, ClientNameCaption);
     name.setMaxLength(30);
     upperCaseKeys(name);
     name.onChange = [this, &fields] { followName(fields); };
@@ -76,11 +76,11 @@ void IncludeExcludeTab::buildClients(Control& frame, const ClientFields& fields)
 void IncludeExcludeTab::buildSeparation(Control& panel)
 {
     static const ClientFields reserved {restrictions::ClientList::Reserved,
+        &options::chkSelClient,
         &options::lstReserved,
         &options::txtReservedName,
         &options::cmdAddReserved,
-        &options::cmdRemoveReserved,
-        &options::chkSelClient};
+        &options::cmdRemoveReserved};
     Control& frame = m_screen.addToFrame(
         panel, ControlKind::Frame, options::FTicketSeperation, QStringLiteral("Ticket Seperation on Client(s)"));
     Control& byPrefix = m_screen.addToFrame(frame,
@@ -142,7 +142,7 @@ void IncludeExcludeTab::load()
 void IncludeExcludeTab::followName(const ClientFields& fields)
 {
     const bool switchedOn = !fields.box || m_screen[*fields.box].isChecked();
-    const bool named = !blank(m_screen[*fields.name].text());
+    const bool named = !blank(m_screen[*fields.edit].text());
     for (const QString* button : {fields.add, fields.remove})
         m_screen[*button].setEnabled(switchedOn && named);
 }
@@ -158,7 +158,7 @@ void IncludeExcludeTab::listChanged(const ClientFields& fields)
 
 void IncludeExcludeTab::addClient(const ClientFields& fields)
 {
-    Control& field = m_screen[*fields.name];
+    Control& field = m_screen[*fields.edit];
     const QString name = field.text();
     Platform& platform = m_screen.platform();
     if (blank(name)) {
@@ -183,7 +183,7 @@ void IncludeExcludeTab::addClient(const ClientFields& fields)
 
 void IncludeExcludeTab::removeClient(const ClientFields& fields)
 {
-    Control& field = m_screen[*fields.name];
+    Control& field = m_screen[*fields.edit];
     const QString name = field.text();
     Platform& platform = m_screen.platform();
     if (restrictions::onlyBlanks(name)) {

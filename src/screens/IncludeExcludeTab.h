@@ -23,16 +23,7 @@ public:
 
 private:
     // One list of machines with its name field and buttons.
-    struct ClientFields
-    {
-        restrictions::ClientList list;
-        const QString* entries;
-        const QString* name;
-        const QString* add;
-        const QString* remove;
-        // The switch that governs the fields, if any.
-        const QString* box;
-    };
+    using ClientFields = restrictions::ListControls<restrictions::ClientList>;
 
     void buildClients(Control& frame, const ClientFields& fields);
     void buildSeparation(Control& panel);

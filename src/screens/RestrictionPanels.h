@@ -28,15 +28,7 @@ public:
     void save();
 
 private:
-    struct ProgramFields
-    {
-        restrictions::ProgramList list;
-        const QString* box;
-        const QString* entries;
-        const QString* edit;
-        const QString* add;
-        const QString* remove;
-    };
+    using ProgramFields = restrictions::ListControls<restrictions::ProgramList>;
 
     void buildPrograms(Control& panel, const ProgramFields& fields, const char* switchCaption);
     void buildCaptions(Control& panel);

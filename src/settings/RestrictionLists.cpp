@@ -102,6 +102,16 @@ QStringList Store::column(const QString& statement, const QString& field) const
     return names;
 }
 
+Added Store::addRow(const Statement& lookup, const std::function<bool(Recordset&)>& fill)
+{
+    Recordset row;
+    if (!row.Open(lookup, m_connection, CursorType::Static, LockType::Optimistic))
+        return Added::Failed;
+    if (!row.Eof())
+        return Added::AlreadyThere;
+    return row.AddNew() && fill(row) && row.Update() ? Added::Added : Added::Failed;
+}
+
 QStringList Store::programs(ProgramList list) const
 {
     QStringList names
@@ -116,14 +126,10 @@ QStringList Store::programs(ProgramList list) const
 Added Store::addProgram(ProgramList list, const QString& name)
 {
     const QString lower = name.toLower();
-    Recordset row;
-    if (!row.Open(Statement(programSelection(list), {lower}), m_connection, CursorType::Static, LockType::Optimistic))
-        return Added::Failed;
-    if (!row.Eof())
-        return Added::AlreadyThere;
-    const bool written = row.AddNew() && row.setValue(QStringLiteral("Name"), lower)
-        && row.setValue(QStringLiteral("Type"), list == ProgramList::Allowed) && row.Update();
-    return written ? Added::Added : Added::Failed;
+    return addRow(Statement(programSelection(list), {lower}), [&](Recordset& row) {
+        return row.setValue(QStringLiteral("Name"), lower)
+            && row.setValue(QStringLiteral("Type"), list == ProgramList::Allowed);
+    });
 }
 
 bool Store::removeProgram(ProgramList list, const QString& name)
@@ -143,16 +149,8 @@ QStringList Store::captions() const
 Added Store::addCaption(const QString& caption)
 {
     const QString upper = caption.toUpper();
-    Recordset row;
-    if (!row.Open(Statement(QStringLiteral("Select * from Capt where Caption = '{}'"), {upper}),
-            m_connection,
-            CursorType::Static,
-            LockType::Optimistic))
-        return Added::Failed;
-    if (!row.Eof())
-        return Added::AlreadyThere;
-    const bool written = row.AddNew() && row.setValue(QStringLiteral("Caption"), upper) && row.Update();
-    return written ? Added::Added : Added::Failed;
+    return addRow(Statement(QStringLiteral("Select * from Capt where Caption = '{}'"), {upper}),
+        [&](Recordset& row) { return row.setValue(QStringLiteral("Caption"), upper); });
 }
 
 bool Store::removeCaption(const QString& caption)
@@ -173,19 +171,13 @@ Added Store::addClient(ClientList list, const QString& name, const QDateTime& no
     const QString upper = name.toUpper();
     // The excluded list looks the name up upper-cased, the reserved list as typed.
     const QString sought = list == ClientList::Excluded ? upper : name;
-    Recordset row;
-    if (!row.Open(Statement(QStringLiteral("Select * from ") + clientTable(list)
-                          + QStringLiteral(" where Computername = '{}'"),
-                      {sought}),
-            m_connection,
-            CursorType::Static,
-            LockType::Optimistic))
-        return Added::Failed;
-    if (!row.Eof())
-        return Added::AlreadyThere;
-    const bool written = row.AddNew() && row.setValue(QStringLiteral("ComputerName"), upper)
-        && row.setValue(QStringLiteral("Times"), now) && row.setValue(QStringLiteral("User"), staff) && row.Update();
-    return written ? Added::Added : Added::Failed;
+    return addRow(
+        Statement(QStringLiteral("Select * from ") + clientTable(list) + QStringLiteral(" where Computername = '{}'"),
+            {sought}),
+        [&](Recordset& row) {
+            return row.setValue(QStringLiteral("ComputerName"), upper) && row.setValue(QStringLiteral("Times"), now)
+                && row.setValue(QStringLiteral("User"), staff);
+        });
 }
 
 bool Store::removeClient(ClientList list, const QString& name)

@@ -4,11 +4,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace marlet {
 
 class Connection;
+class Recordset;
+class Statement;
 
 // The restriction lists towards the clients: two lists of program file names in RestrictDisallow
 // (Type True: the programs still allowed when all others are restricted; Type False: the programs
@@ -20,6 +23,19 @@ namespace restrictions {
 
 enum class ProgramList { Allowed, Forbidden };
 enum class ClientList { Excluded, Reserved };
+
+// The controls of one list on a screen, by name: the switch that governs it (none for a list that
+// has no switch), the entries, the edit field and the two buttons.
+template<typename List>
+struct ListControls
+{
+    List list;
+    const QString* box;
+    const QString* entries;
+    const QString* edit;
+    const QString* add;
+    const QString* remove;
+};
 
 // A refusal of an entry before the store is looked at: the message and its style. An empty text
 // refuses without a word.
@@ -68,6 +84,8 @@ public:
 
 private:
     QStringList column(const QString& statement, const QString& field) const;
+    // Adds a row unless the lookup finds one; `fill` sets the new row's fields.
+    Added addRow(const Statement& lookup, const std::function<bool(Recordset&)>& fill);
 
     Connection& m_connection;
 };

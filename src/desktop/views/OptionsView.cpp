@@ -12,6 +12,8 @@
 #include <QListWidget>
 #include <QPushButton>
 
+#include <functional>
+
 namespace marlet::views {
 
 namespace {
@@ -25,6 +27,7 @@ constexpr int swatchWidth = 40;
 constexpr int swatchHeight = 22;
 constexpr int restrictionListHeight = 120;
 constexpr int restrictionFieldWidth = 140;
+constexpr int columnSpacing = 12;
 
 QWidget* sized(QWidget* field, int width)
 {
@@ -170,62 +173,76 @@ QVBoxLayout* restrictionList(ViewKit& kit, QWidget* panel, std::initializer_list
     return box;
 }
 
-QGroupBox* programPanel(ViewKit& kit, QWidget* page)
+// A restriction panel: its lists and switches side by side, and a bottom line ending in "<< Back".
+QGroupBox* restrictionPanel(ViewKit& kit,
+    QWidget* page,
+    const QString& frameName,
+    const QString& back,
+    const std::function<void(QGroupBox*, QHBoxLayout&, QHBoxLayout&)>& fill)
 {
-    auto* panel = kit.frame(options::FProgramRestriction, new QGroupBox(page));
+    auto* panel = kit.frame(frameName, new QGroupBox(page));
     auto* box = new QVBoxLayout(panel);
-    auto* lists = new QHBoxLayout;
-    lists->addLayout(restrictionList(kit,
-        panel,
-        {options::chkRestrict,
-            options::lstAllowed,
-            options::txtAllowed,
-            options::cmdAddAllowed,
-            options::cmdRemoveAllowed}));
-    lists->addSpacing(12);
-    lists->addLayout(restrictionList(kit,
-        panel,
-        {options::chkDisallow,
-            options::lstForbidden,
-            options::txtForbidden,
-            options::cmdAddForbidden,
-            options::cmdRemoveForbidden}));
-    box->addLayout(lists, 1);
-    auto* bottom = line({kit.make(options::cmdExamples, panel)});
+    auto* columns = new QHBoxLayout;
+    auto* bottom = new QHBoxLayout;
+    fill(panel, *columns, *bottom);
     bottom->addStretch(1);
-    addAll(*bottom, {kit.make(options::cmdProgramBack, panel)});
+    addAll(*bottom, {kit.make(back, panel)});
+    box->addLayout(columns, 1);
     box->addLayout(bottom);
     return panel;
 }
 
+QGroupBox* programPanel(ViewKit& kit, QWidget* page)
+{
+    return restrictionPanel(kit,
+        page,
+        options::FProgramRestriction,
+        options::cmdProgramBack,
+        [&kit](QGroupBox* panel, QHBoxLayout& columns, QHBoxLayout& bottom) {
+            columns.addLayout(restrictionList(kit,
+                panel,
+                {options::chkRestrict,
+                    options::lstAllowed,
+                    options::txtAllowed,
+                    options::cmdAddAllowed,
+                    options::cmdRemoveAllowed}));
+            columns.addSpacing(columnSpacing);
+            columns.addLayout(restrictionList(kit,
+                panel,
+                {options::chkDisallow,
+                    options::lstForbidden,
+                    options::txtForbidden,
+                    options::cmdAddForbidden,
+                    options::cmdRemoveForbidden}));
+            addAll(bottom, {kit.make(options::cmdExamples, panel)});
+        });
+}
+
 QGroupBox* sitePanel(ViewKit& kit, QWidget* page)
 {
-    auto* panel = kit.frame(options::FSiteRestriction, new QGroupBox(page));
-    auto* box = new QVBoxLayout(panel);
-    auto* columns = new QHBoxLayout;
-    columns->addLayout(restrictionList(kit,
-                           panel,
-                           {options::chkSiteRestrict,
-                               options::lstCaptions,
-                               options::txtCaption,
-                               options::cmdAddCaption,
-                               options::cmdRemoveCaption}),
-        1);
-    columns->addSpacing(12);
-    auto* switches = column(kit, panel, {options::chkApplyIE, options::chkMessClose});
-    auto* captionOption = kit.frame(options::FCaptionOption, new QGroupBox(panel));
-    auto* optionBox = new QVBoxLayout(captionOption);
-    addAll(*optionBox,
-        {kit.make(options::chkCaseSensitive, captionOption), kit.make(options::chkWholeWord, captionOption)});
-    switches->addWidget(captionOption);
-    switches->addStretch(1);
-    columns->addLayout(switches);
-    box->addLayout(columns, 1);
-    auto* bottom = new QHBoxLayout;
-    bottom->addStretch(1);
-    addAll(*bottom, {kit.make(options::cmdSiteBack, panel)});
-    box->addLayout(bottom);
-    return panel;
+    return restrictionPanel(kit,
+        page,
+        options::FSiteRestriction,
+        options::cmdSiteBack,
+        [&kit](QGroupBox* panel, QHBoxLayout& columns, QHBoxLayout&) {
+            columns.addLayout(restrictionList(kit,
+                                  panel,
+                                  {options::chkSiteRestrict,
+                                      options::lstCaptions,
+                                      options::txtCaption,
+                                      options::cmdAddCaption,
+                                      options::cmdRemoveCaption}),
+                1);
+            columns.addSpacing(columnSpacing);
+            auto* switches = column(kit, panel, {options::chkApplyIE, options::chkMessClose});
+            auto* captionOption = kit.frame(options::FCaptionOption, new QGroupBox(panel));
+            auto* optionBox = new QVBoxLayout(captionOption);
+            addAll(*optionBox,
+                {kit.make(options::chkCaseSensitive, captionOption), kit.make(options::chkWholeWord, captionOption)});
+            switches->addWidget(captionOption);
+            switches->addStretch(1);
+            columns.addLayout(switches);
+        });
 }
 
 QWidget* clientOptionPage(ViewKit& kit, QWidget* area)
