@@ -89,7 +89,8 @@ void TestSettingsLine::testRecordsComeBackThreeTimesAsLong()
 void TestSettingsLine::testCharactersBeyondTheCodePageBecomeQuestionMarks()
 {
     QCOMPARE(ScrambleLine(QStringLiteral("\u20ac1")), ScrambleLine(latin("?1")));
-    QCOMPARE(UnscrambleLine(ScrambleLine(QStringLiteral("caf\u00e9 \u263a"))), std::optional<QString>(QStringLiteral("caf\u00e9 ?")));
+    QCOMPARE(UnscrambleLine(ScrambleLine(QStringLiteral("caf\u00e9 \u263a"))),
+        std::optional<QString>(QStringLiteral("caf\u00e9 ?")));
 }
 
 void TestSettingsLine::testGarbledLines_data()
