@@ -70,6 +70,66 @@ inline const QString txtLogLimit = QStringLiteral("txtLogLimit");
 inline const QString txtExternalPort = QStringLiteral("txtExternalPort");
 inline const QString dtNightStart = QStringLiteral("dtNightStart");
 
+// Client Option: the client settings list with its explanation, the browser number, the colour,
+// and the buttons to the two restriction panels.
+inline const QString FClientSettings = QStringLiteral("FClientSettings");
+inline const QString lstClientSettings = QStringLiteral("lstClientSettings");
+inline const QString FExplanation = QStringLiteral("FExplanation");
+inline const QString lblExplanation = QStringLiteral("lblExplanation");
+inline const QString cboBrowsers = QStringLiteral("cboBrowsers");
+inline const QString cmdColour = QStringLiteral("cmdColour");
+inline const QString picColour = QStringLiteral("picColour");
+inline const QString chkServerColor = QStringLiteral("chkServerColor");
+inline const QString cmdRestoreDefault = QStringLiteral("cmdRestoreDefault");
+inline const QString cmdProgramRestriction = QStringLiteral("cmdProgramRestriction");
+inline const QString cmdSiteRestriction = QStringLiteral("cmdSiteRestriction");
+
+// Client Option, "Program Restriction" panel: the allowed and the forbidden program lists.
+inline const QString FProgramRestriction = QStringLiteral("FProgramRestriction");
+inline const QString chkRestrict = QStringLiteral("chkRestrict");
+inline const QString lstAllowed = QStringLiteral("lstAllowed");
+inline const QString txtAllowed = QStringLiteral("txtAllowed");
+inline const QString cmdAddAllowed = QStringLiteral("cmdAddAllowed");
+inline const QString cmdRemoveAllowed = QStringLiteral("cmdRemoveAllowed");
+inline const QString chkDisallow = QStringLiteral("chkDisallow");
+inline const QString lstForbidden = QStringLiteral("lstForbidden");
+inline const QString txtForbidden = QStringLiteral("txtForbidden");
+inline const QString cmdAddForbidden = QStringLiteral("cmdAddForbidden");
+inline const QString cmdRemoveForbidden = QStringLiteral("cmdRemoveForbidden");
+inline const QString cmdExamples = QStringLiteral("cmdExamples");
+inline const QString cmdProgramBack = QStringLiteral("cmdProgramBack");
+
+// Client Option, "Site/Caption Restriction" panel: the captions list and its switches.
+inline const QString FSiteRestriction = QStringLiteral("FSiteRestriction");
+inline const QString chkSiteRestrict = QStringLiteral("chkSiteRestrict");
+inline const QString chkApplyIE = QStringLiteral("chkApplyIE");
+inline const QString chkMessClose = QStringLiteral("chkMessClose");
+inline const QString FCaptionOption = QStringLiteral("FCaptionOption");
+inline const QString chkCaseSensitive = QStringLiteral("chkCaseSensitive");
+inline const QString chkWholeWord = QStringLiteral("chkWholeWord");
+inline const QString lstCaptions = QStringLiteral("lstCaptions");
+inline const QString txtCaption = QStringLiteral("txtCaption");
+inline const QString cmdAddCaption = QStringLiteral("cmdAddCaption");
+inline const QString cmdRemoveCaption = QStringLiteral("cmdRemoveCaption");
+inline const QString cmdSiteBack = QStringLiteral("cmdSiteBack");
+
+// Include/Exclude: the machines excluded from all restrictions, and the ticket separation with its
+// machines serving reserved tickets.
+inline const QString FExcluded = QStringLiteral("FExcluded");
+inline const QString lstExcluded = QStringLiteral("lstExcluded");
+inline const QString txtExcludedName = QStringLiteral("txtExcludedName");
+inline const QString cmdAddExcluded = QStringLiteral("cmdAddExcluded");
+inline const QString cmdRemoveExcluded = QStringLiteral("cmdRemoveExcluded");
+inline const QString FTicketSeperation = QStringLiteral("FTicketSeperation");
+inline const QString chkSelClientP = QStringLiteral("chkSelClientP");
+inline const QString txtSelCPName = QStringLiteral("txtSelCPName");
+inline const QString chkSelClient = QStringLiteral("chkSelClient");
+inline const QString lstReserved = QStringLiteral("lstReserved");
+inline const QString txtReservedName = QStringLiteral("txtReservedName");
+inline const QString cmdAddReserved = QStringLiteral("cmdAddReserved");
+inline const QString cmdRemoveReserved = QStringLiteral("cmdRemoveReserved");
+inline const QString txtSelPrefix = QStringLiteral("txtSelPrefix");
+
 // The panel of each page, by flag.
 inline const std::array<QString, 11> Panels {FGeneral,
     FUserAccount,

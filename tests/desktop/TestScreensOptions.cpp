@@ -6,7 +6,9 @@
 #include "support/StoreTestDatabase.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
@@ -35,9 +37,20 @@ struct Desk : test::DesktopCafe
         return clientUp;
     }
 
-    QString pref(const char* key)
+    QString pref(const char* key, const char* section = "Option")
     {
-        return component.preferences().GetSetting(latin("CafeHost"), latin("Option"), latin(key), latin("<none>"));
+        return component.preferences().GetSetting(latin("CafeHost"), latin(section), latin(key), latin("<none>"));
+    }
+
+    QString rows(const char* statement)
+    {
+        Recordset rs;
+        if (!rs.Open(Statement(latin(statement)), database.connection()))
+            return latin("cannot read: ") + rs.lastError();
+        QStringList found;
+        for (; !rs.Eof(); rs.MoveNext())
+            found << rs.value(0).toString();
+        return found.join(latin(", "));
     }
 
     QString optionsRow()
@@ -59,6 +72,24 @@ void typeOver(QWidget& window, const char* field, const QString& text)
     QTest::keyClicks(line, text);
 }
 
+// Clicks the tab with this caption.
+void chooseTab(QWidget& window, const char* caption)
+{
+    auto* tabs = find<QTabBar>(window, "TabStrip1");
+    for (int i = 0; i < tabs->count(); ++i) {
+        if (tabs->tabText(i) == latin(caption))
+            QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(i).center());
+    }
+}
+
+// Clicks an entry of a list, scrolled into view first.
+void clickEntry(QWidget& window, const char* list, int row)
+{
+    auto* entries = find<QListWidget>(window, list);
+    entries->scrollToItem(entries->item(row));
+    QTest::mouseClick(entries->viewport(), Qt::LeftButton, {}, entries->visualItemRect(entries->item(row)).center());
+}
+
 } // namespace
 
 // The settings screen driven through its widgets: the tabs with their tips, typing into the
@@ -70,6 +101,8 @@ class TestScreensOptions : public QObject
 private slots:
     void testTabsAndTips();
     void testGeneralTabApplyAndOk();
+    void testClientOptionTicksAndProgramList();
+    void testIncludeExcludeAddsAClient();
 };
 
 void TestScreensOptions::testTabsAndTips()
@@ -135,6 +168,73 @@ void TestScreensOptions::testGeneralTabApplyAndOk()
     QCOMPARE(desk.pref("ServerUse"), latin("1"));
     QCOMPARE(desk.pref("ServerPort"), latin("2001"));
     QCOMPARE(desk.pref("Currency"), latin("EUR"));
+}
+
+void TestScreensOptions::testClientOptionTicksAndProgramList()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        chooseTab(screen, "Client Option");
+        driver.check(find(screen, "FClientOption")->isVisible(), latin("Client Option shows"));
+        auto* list = find<QListWidget>(screen, "lstClientSettings");
+        driver.check(list->count() == 62, latin("sixty-two switches"));
+        driver.check(list->item(1)->isSelected() && !list->item(7)->isSelected(), latin("first-run ticks"));
+        // A click on an entry turns it and shows its explanation.
+        clickEntry(screen, "lstClientSettings", 7);
+        driver.check(list->item(7)->isSelected(), latin("auto search ticked"));
+        driver.check(find<QLabel>(screen, "lblExplanation")->text() == latin("Stop clients from searching for Server."),
+            latin("explanation shown"));
+        driver.check(find(screen, "cmdApply")->isEnabled(), latin("a tick enables Apply"));
+        QTest::mouseClick(find(screen, "cmdProgramRestriction"), Qt::LeftButton);
+        driver.check(find(screen, "FProgramRestriction")->isVisible(), latin("program panel shows"));
+        driver.check(!find(screen, "FClientSettings")->isVisible(), latin("tick list hidden"));
+        typeOver(screen, "txtForbidden", latin("Games.EXE"));
+        QTest::mouseClick(find(screen, "cmdAddForbidden"), Qt::LeftButton);
+        auto* forbidden = find<QListWidget>(screen, "lstForbidden");
+        driver.check(forbidden->count() == 1 && forbidden->item(0)->text() == latin("games.exe"), latin("name listed"));
+        QTest::mouseClick(find(screen, "cmdProgramBack"), Qt::LeftButton);
+        driver.check(find(screen, "FClientSettings")->isVisible(), latin("tick list back"));
+        QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton);
+    });
+    driver.answer(latin("Update Client(s)' settings now?"), QMessageBox::Yes);
+    driver.answer(latin("Some settings will require restarting your systems to take effect!"), QMessageBox::Ok);
+    QCOMPARE(desk.run(), qint16(-1));
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(desk.pref("NoAutoSearch", "COption"), latin("True"));
+    QCOMPARE(desk.pref("CloseListen"), latin("0"));
+    QCOMPARE(desk.pref("NoProfile", "COption"), latin("1"));
+    QCOMPARE(desk.rows("select Name from RestrictDisallow where Type = False"), latin("games.exe"));
+}
+
+void TestScreensOptions::testIncludeExcludeAddsAClient()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        chooseTab(screen, "Include/Exclude");
+        driver.check(find(screen, "FIncludeExclude")->isVisible(), latin("Include/Exclude shows"));
+        driver.check(!find(screen, "cmdAddExcluded")->isEnabled(), latin("nothing to add yet"));
+        auto* name = find<QLineEdit>(screen, "txtExcludedName");
+        QTest::mouseClick(name, Qt::LeftButton);
+        QTest::keyClicks(name, latin("pc07"));
+        driver.check(name->text() == latin("PC07"), latin("upper-cased as typed: ") + name->text());
+        QTest::mouseClick(find(screen, "cmdAddExcluded"), Qt::LeftButton);
+    });
+    driver.answer(latin("[PC07] added!"), QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        auto* list = find<QListWidget>(screen, "lstExcluded");
+        driver.check(list->count() == 1 && list->item(0)->text() == latin("PC07"), latin("machine listed"));
+        QTest::mouseClick(find(screen, "cmdCancel"), Qt::LeftButton);
+    });
+    driver.answer(latin("Update Client(s)' settings now?"), QMessageBox::No);
+    QCOMPARE(desk.run(), qint16(0));
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(desk.rows("select ComputerName from Restriction"), latin("PC07"));
 }
 
 } // namespace marlet

@@ -109,6 +109,8 @@ private slots:
     void testGenAccTabs();
     void testGenAccQuickTicket();
     void testOptionsGeneral();
+    void testOptionsClientOption();
+    void testOptionsIncludeExclude();
     void testRecycleBin();
     void testAccountInfo();
 
@@ -274,6 +276,52 @@ void TestScreensPictures::testOptionsGeneral()
     // The custom bind shows the text box white and editable.
     QVERIFY(Operator::pick((*screen)[latin("cboBindType")], latin("CUSTOM SETTING")));
     render(*screen, latin("options-general.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsClientOption()
+{
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO RestrictDisallow (Name, Type) Values ('winword.exe', true)"))));
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO RestrictDisallow (Name, Type) Values ('poker.exe', false)"))));
+    QVERIFY(m_database->connection().Execute(Statement(latin("INSERT INTO Capt (Caption) Values ('CASINO')"))));
+    session().settings().save(keys::Colour, latin("3381759"));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    Form& options = *screen;
+    QVERIFY(Operator::chooseTab(options[latin("TabStrip1")], 3));
+    QVERIFY(options[latin("FClientOption")].visible());
+    // The browser limit picked: its explanation with the number of browsers beside it.
+    QVERIFY(Operator::pick(options[latin("lstClientSettings")], 49));
+    QVERIFY(options[latin("cboBrowsers")].visible());
+    render(options, latin("options-client-option.png"));
+    QVERIFY(Operator::click(options[latin("cmdProgramRestriction")]));
+    QVERIFY(options[latin("FProgramRestriction")].visible());
+    QVERIFY(!options[latin("FClientSettings")].visible());
+    render(options, latin("options-program-restriction.png"));
+    QVERIFY(Operator::click(options[latin("cmdProgramBack")]));
+    QVERIFY(Operator::click(options[latin("cmdSiteRestriction")]));
+    QCOMPARE(options[latin("lstCaptions")].listCount(), 1);
+    render(options, latin("options-site-restriction.png"));
+    // Every page in a window of the same size.
+    QCOMPARE(
+        m_sizes.value(latin("options-program-restriction.png")), m_sizes.value(latin("options-client-option.png")));
+    QCOMPARE(m_sizes.value(latin("options-site-restriction.png")), m_sizes.value(latin("options-client-option.png")));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsIncludeExclude()
+{
+    QVERIFY(m_database->connection().Execute(Statement(
+        latin("INSERT INTO Restriction (ComputerName, Times, User) Values ('PC-01', now, 'ADMINISTRATOR')"))));
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO RClient (ComputerName, Times, User) Values ('VIP-01', now, 'ADMINISTRATOR')"))));
+    session().settings().save(keys::SelClient, latin("1"));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 9));
+    QVERIFY((*screen)[latin("FIncludeExclude")].visible());
+    QVERIFY((*screen)[latin("lstReserved")].enabled());
+    render(*screen, latin("options-include-exclude.png"));
     screen->forceUnload();
 }
 

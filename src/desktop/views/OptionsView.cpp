@@ -5,10 +5,14 @@
 
 #include <QBoxLayout>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+
+#include <functional>
 
 namespace marlet::views {
 
@@ -18,6 +22,12 @@ constexpr int shortFieldWidth = 60;
 constexpr int portFieldWidth = 70;
 constexpr int bindFieldWidth = 170;
 constexpr int settingsFieldWidth = 70;
+constexpr int explanationHeight = 48;
+constexpr int swatchWidth = 40;
+constexpr int swatchHeight = 22;
+constexpr int restrictionListHeight = 120;
+constexpr int restrictionFieldWidth = 140;
+constexpr int columnSpacing = 12;
 
 QWidget* sized(QWidget* field, int width)
 {
@@ -102,6 +112,204 @@ QWidget* generalPage(ViewKit& kit, QWidget* area)
     return page;
 }
 
+// Client Option: the tick list on the left; the explanation, the colour and the buttons on the right.
+QHBoxLayout* clientSettingsRow(ViewKit& kit, QWidget* page)
+{
+    auto* row = new QHBoxLayout;
+    auto* settings = kit.frame(options::FClientSettings, new QGroupBox(page));
+    auto* settingsBox = new QVBoxLayout(settings);
+    if (QWidget* list = kit.make(options::lstClientSettings, settings)) {
+        // The frame's caption turns red while the list has the focus; the entries keep their colour.
+        QPalette own = list->palette();
+        own.setColor(QPalette::Text, own.color(QPalette::Text));
+        own.setColor(QPalette::WindowText, own.color(QPalette::WindowText));
+        list->setPalette(own);
+        settingsBox->addWidget(list);
+    }
+    row->addWidget(settings, 3);
+
+    auto* right = new QVBoxLayout;
+    auto* explanation = kit.frame(options::FExplanation, new QGroupBox(page));
+    auto* explanationBox = new QVBoxLayout(explanation);
+    if (auto* text = kit.label(options::lblExplanation, explanation)) {
+        text->setWordWrap(true);
+        text->setMinimumHeight(explanationHeight);
+        text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        explanationBox->addWidget(text);
+    }
+    explanationBox->addLayout(line({sized(kit.make(options::cboBrowsers, explanation), shortFieldWidth)}));
+    right->addWidget(explanation);
+    QWidget* swatch = kit.label(options::picColour, page);
+    if (swatch) {
+        swatch->setFixedSize(swatchWidth, swatchHeight);
+        swatch->setAutoFillBackground(true);
+    }
+    right->addLayout(line({kit.make(options::cmdColour, page), swatch}));
+    right->addLayout(column(kit,
+        page,
+        {options::chkServerColor,
+            options::cmdRestoreDefault,
+            options::cmdProgramRestriction,
+            options::cmdSiteRestriction}));
+    right->addStretch(1);
+    row->addLayout(right, 2);
+    return row;
+}
+
+// A restriction list: its switch above the list, its edit box and buttons below.
+QVBoxLayout* restrictionList(ViewKit& kit, QWidget* panel, std::initializer_list<QString> names)
+{
+    const QString* name = names.begin();
+    auto* box = new QVBoxLayout;
+    addAll(*box, {kit.make(name[0], panel)});
+    if (auto* list = kit.make<QListWidget>(name[1], panel)) {
+        list->setMinimumHeight(restrictionListHeight);
+        box->addWidget(list, 1);
+    }
+    auto* edit = line(
+        {sized(kit.make(name[2], panel), restrictionFieldWidth), kit.make(name[3], panel), kit.make(name[4], panel)});
+    edit->addStretch(1);
+    box->addLayout(edit);
+    return box;
+}
+
+// A restriction panel: its lists and switches side by side, and a bottom line ending in "<< Back".
+QGroupBox* restrictionPanel(ViewKit& kit,
+    QWidget* page,
+    const QString& frameName,
+    const QString& back,
+    const std::function<void(QGroupBox*, QHBoxLayout&, QHBoxLayout&)>& fill)
+{
+    auto* panel = kit.frame(frameName, new QGroupBox(page));
+    auto* box = new QVBoxLayout(panel);
+    auto* columns = new QHBoxLayout;
+    auto* bottom = new QHBoxLayout;
+    fill(panel, *columns, *bottom);
+    bottom->addStretch(1);
+    addAll(*bottom, {kit.make(back, panel)});
+    box->addLayout(columns, 1);
+    box->addLayout(bottom);
+    return panel;
+}
+
+QGroupBox* programPanel(ViewKit& kit, QWidget* page)
+{
+    return restrictionPanel(kit,
+        page,
+        options::FProgramRestriction,
+        options::cmdProgramBack,
+        [&kit](QGroupBox* panel, QHBoxLayout& columns, QHBoxLayout& bottom) {
+            columns.addLayout(restrictionList(kit,
+                panel,
+                {options::chkRestrict,
+                    options::lstAllowed,
+                    options::txtAllowed,
+                    options::cmdAddAllowed,
+                    options::cmdRemoveAllowed}));
+            columns.addSpacing(columnSpacing);
+            columns.addLayout(restrictionList(kit,
+                panel,
+                {options::chkDisallow,
+                    options::lstForbidden,
+                    options::txtForbidden,
+                    options::cmdAddForbidden,
+                    options::cmdRemoveForbidden}));
+            addAll(bottom, {kit.make(options::cmdExamples, panel)});
+        });
+}
+
+QGroupBox* sitePanel(ViewKit& kit, QWidget* page)
+{
+    return restrictionPanel(kit,
+        page,
+        options::FSiteRestriction,
+        options::cmdSiteBack,
+        [&kit](QGroupBox* panel, QHBoxLayout& columns, QHBoxLayout&) {
+            columns.addLayout(restrictionList(kit,
+                                  panel,
+                                  {options::chkSiteRestrict,
+                                      options::lstCaptions,
+                                      options::txtCaption,
+                                      options::cmdAddCaption,
+                                      options::cmdRemoveCaption}),
+                1);
+            columns.addSpacing(columnSpacing);
+            auto* switches = column(kit, panel, {options::chkApplyIE, options::chkMessClose});
+            auto* captionOption = kit.frame(options::FCaptionOption, new QGroupBox(panel));
+            auto* optionBox = new QVBoxLayout(captionOption);
+            addAll(*optionBox,
+                {kit.make(options::chkCaseSensitive, captionOption), kit.make(options::chkWholeWord, captionOption)});
+            switches->addWidget(captionOption);
+            switches->addStretch(1);
+            columns.addLayout(switches);
+        });
+}
+
+QWidget* clientOptionPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FClientOption, new QWidget(area));
+    // The restriction panels show in place of the tab's own controls, in the same cell.
+    auto* cell = new QGridLayout(page);
+    cell->addLayout(clientSettingsRow(kit, page), 0, 0);
+    cell->addWidget(programPanel(kit, page), 0, 0);
+    cell->addWidget(sitePanel(kit, page), 0, 0);
+    return page;
+}
+
+// Include/Exclude: the excluded machines beside the ticket separation.
+QGroupBox* machineFrame(ViewKit& kit, QWidget* page, const QString& frameName, std::initializer_list<QString> names)
+{
+    auto* frame = kit.frame(frameName, new QGroupBox(page));
+    auto* box = new QVBoxLayout(frame);
+    const QString* name = names.begin();
+    addAll(*box, {kit.make(name[0], frame)});
+    QFormLayout* field = formLayout();
+    kit.addRow(*field, name[1], frame);
+    box->addLayout(field);
+    box->addLayout(line({kit.make(name[2], frame), kit.make(name[3], frame)}));
+    return frame;
+}
+
+QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FIncludeExclude, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    columns->addWidget(machineFrame(kit,
+        page,
+        options::FExcluded,
+        {options::lstExcluded, options::txtExcludedName, options::cmdAddExcluded, options::cmdRemoveExcluded}));
+    auto* separation = kit.frame(options::FTicketSeperation, new QGroupBox(page));
+    auto* box = new QVBoxLayout(separation);
+    addAll(*box, {kit.make(options::chkSelClientP, separation)});
+    box->addLayout(line({sized(kit.make(options::txtSelCPName, separation), restrictionFieldWidth)}));
+    addAll(*box, {kit.make(options::chkSelClient, separation), kit.make(options::lstReserved, separation)});
+    QFormLayout* fields = formLayout();
+    kit.addRow(*fields, options::txtReservedName, separation);
+    box->addLayout(fields);
+    box->addLayout(
+        line({kit.make(options::cmdAddReserved, separation), kit.make(options::cmdRemoveReserved, separation)}));
+    QFormLayout* prefix = formLayout();
+    sized(kit.addRow(*prefix, options::txtSelPrefix, separation), shortFieldWidth);
+    box->addLayout(prefix);
+    columns->addWidget(separation);
+    return page;
+}
+
+// The page of each flag; pages whose fields come with later work are plain panels.
+QWidget* optionsPage(ViewKit& kit, QWidget* area, size_t flag)
+{
+    switch (flag) {
+    case 0:
+        return generalPage(kit, area);
+    case 5:
+        return clientOptionPage(kit, area);
+    case 8:
+        return includeExcludePage(kit, area);
+    default:
+        return kit.frame(options::Panels[flag], new QWidget(area));
+    }
+}
+
 QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
 {
     auto* bottom = new QHBoxLayout;
@@ -128,10 +336,8 @@ void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets)
     auto* layout = new QVBoxLayout(&root);
 
     const TabbedArea tabbed = tabbedArea(kit, root, options::TabStrip1, QStringLiteral("panelArea"));
-    addTakingTurns(*tabbed.cell, generalPage(kit, tabbed.area));
-    // The other pages' fields come with their own work; their panels already take turns here.
-    for (size_t flag = 1; flag < options::Panels.size(); ++flag)
-        addTakingTurns(*tabbed.cell, kit.frame(options::Panels[flag], new QWidget(tabbed.area)));
+    for (size_t flag = 0; flag < options::Panels.size(); ++flag)
+        addTakingTurns(*tabbed.cell, optionsPage(kit, tabbed.area, flag));
     tabbed.layout->addWidget(tabbed.area, 1);
     layout->addLayout(tabbed.layout, 1);
     layout->addLayout(buttonRow(kit, root));
