@@ -122,7 +122,15 @@ void UserAccountTab::buildAccountFields(Control& panel)
     Control& type = m_screen.addToFrame(frame, ControlKind::ComboBox, options::cboUserType, QStringLiteral("User Type:"));
     type.setEditable(true);
     type.onClick = [this] { rebuildRights(); };
-    type.onChange = [this] { rebuildRights(); };
+    // A typed or a set type picks its entry of the list too, so that the next pick of that entry
+    // is a change again.
+    type.onChange = [&type, this] {
+        const int entry = type.findItem(type.text());
+        if (entry >= 0 && entry != type.listIndex())
+            type.setListIndex(entry);
+        else
+            rebuildRights();
+    };
     type.onLostFocus = [this] { leaveType(); };
     enterMovesTo(m_screen, type, options::txtUserLogins);
 
