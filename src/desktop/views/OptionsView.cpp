@@ -18,6 +18,13 @@ constexpr int shortFieldWidth = 60;
 constexpr int portFieldWidth = 70;
 constexpr int bindFieldWidth = 170;
 constexpr int settingsFieldWidth = 70;
+constexpr int accountFieldWidth = 150;
+constexpr int spinnerWidth = 60;
+constexpr int textFieldWidth = 260;
+constexpr int rightsListWidth = 190;
+constexpr int usersListWidth = 150;
+constexpr int quickListWidth = 240;
+constexpr int listHeight = 200;
 
 QWidget* sized(QWidget* field, int width)
 {
@@ -102,6 +109,136 @@ QWidget* generalPage(ViewKit& kit, QWidget* area)
     return page;
 }
 
+// A list below its caption, at least as tall as `height`.
+QVBoxLayout* captionedList(ViewKit& kit, QWidget* page, const QString& name, int width, int height)
+{
+    auto* box = new QVBoxLayout;
+    QLabel* caption = kit.caption(name, page);
+    QWidget* list = kit.make(name, page);
+    if (list) {
+        list->setMinimumSize(width, height);
+        if (caption)
+            caption->setBuddy(list);
+    }
+    addAll(*box, {caption, list});
+    return box;
+}
+
+// The account's fields and the two policies on the left, its rights in the middle, the existing
+// accounts with Add/Change and Remove on the right.
+QWidget* userAccountPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FUserAccount, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    auto* fields = kit.frame(options::FUserFields, new QGroupBox(page));
+    QFormLayout* form = formLayout(fields);
+    for (const QString& name :
+        {options::txtUserName, options::txtUserPassword, options::txtUserRetype, options::cboUserType})
+        sized(kit.addRow(*form, name, fields), accountFieldWidth);
+    kit.addRow(*form,
+        kit.caption(options::txtUserLogins, fields),
+        {sized(kit.make(options::txtUserLogins, fields), shortFieldWidth),
+            sized(kit.make(options::sldUserLogins, fields), spinnerWidth)});
+    kit.addRow(*form,
+        kit.caption(options::txtUserSolotime, fields),
+        {sized(kit.make(options::txtUserSolotime, fields), shortFieldWidth),
+            sized(kit.make(options::sldUserSolotime, fields), spinnerWidth)});
+    addAll(*left, {fields});
+    left->addLayout(column(kit, page, {options::chkAdministratorPower, options::chkNoUser}));
+    left->addStretch(1);
+    columns->addLayout(left);
+    columns->addLayout(captionedList(kit, page, options::lstUserRights, rightsListWidth, listHeight));
+    auto* right = captionedList(kit, page, options::lstExistingUsers, usersListWidth, listHeight);
+    right->addLayout(line({kit.make(options::cmdUserAddChange, page), kit.make(options::cmdUserRemove, page)}));
+    columns->addLayout(right);
+    return page;
+}
+
+// The night time frame and the printed texts on the left; activation, the print size and the
+// external database on the right.
+QWidget* ticketSettingPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FTicketSetting, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    auto* times = kit.frame(options::FTimeTicket, new QGroupBox(page));
+    auto* timeRows = new QVBoxLayout(times);
+    QFormLayout* timeForm = formLayout();
+    sized(kit.addRow(*timeForm, options::dtNightStart, times), shortFieldWidth);
+    sized(kit.addRow(*timeForm, options::dtNightEnd, times), shortFieldWidth);
+    timeRows->addLayout(timeForm);
+    addAll(*timeRows, {kit.make(options::chkUseGTime, times)});
+    auto* texts = kit.frame(options::FTicketInformation, new QGroupBox(page));
+    QFormLayout* textForm = formLayout(texts);
+    for (const QString& name : {options::txtTitle, options::txtInformation, options::txtAddress})
+        sized(kit.addRow(*textForm, name, texts), textFieldWidth);
+    textForm->addRow(QString(), kit.make(options::cmdClearTexts, texts));
+    addAll(*left, {times, texts});
+    left->addStretch(1);
+    auto* right = new QVBoxLayout;
+    for (const QString& name : {options::chkActivateTk, options::chkOnlinePrinting}) {
+        if (auto* box = kit.make<QAbstractButton>(name, page)) {
+            box->setMinimumWidth(0);
+            right->addWidget(box);
+        }
+    }
+    auto* printer = kit.frame(options::FPrinterPreview, new QGroupBox(page));
+    auto* printerRows = new QVBoxLayout(printer);
+    addAll(*printerRows, {kit.label(options::lblPrinter, printer)});
+    printerRows->addLayout(line({kit.make(options::cmdPrintSize, printer)}));
+    addAll(*right, {printer});
+    right->addLayout(line({kit.make(options::chkExternalData, page),
+        sized(kit.make(options::txtExternalPort, page), portFieldWidth)}));
+    right->addStretch(1);
+    columns->addLayout(left);
+    columns->addSpacing(16);
+    columns->addLayout(right, 1);
+    return page;
+}
+
+// The switch and a definition's fields on the left, the existing definitions on the right.
+QWidget* quickTicketPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FQuickTicket, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    addAll(*left, {kit.make(options::chkQuickTicket, page)});
+    QFormLayout* form = formLayout();
+    sized(kit.addRow(*form, options::cboQuickTime, page), shortFieldWidth * 2);
+    sized(kit.addRow(*form, options::cboQuickCost, page), shortFieldWidth * 2);
+    left->addLayout(form);
+    left->addLayout(column(kit, page, {options::chkQuickTimeTicket, options::chkQuickOnce, options::chkQuickVIP}));
+    left->addLayout(
+        line({kit.make(options::cmdAddQuickTicket, page), kit.make(options::cmdRemoveQuickTicket, page)}));
+    left->addStretch(1);
+    columns->addLayout(left);
+    columns->addLayout(captionedList(kit, page, options::lstQuickTickets, quickListWidth, listHeight), 1);
+    return page;
+}
+
+// The café list: a branch and a computer, the two buttons, and the list of both.
+QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FIncludeExclude, new QWidget(area));
+    auto* rows = new QVBoxLayout(page);
+    auto* cafes = kit.frame(options::FCafeList, new QGroupBox(page));
+    auto* cafeRows = new QVBoxLayout(cafes);
+    QFormLayout* form = formLayout();
+    sized(kit.addRow(*form, options::cboCafeName, cafes), accountFieldWidth);
+    sized(kit.addRow(*form, options::txtCafeSystem, cafes), accountFieldWidth);
+    cafeRows->addLayout(form);
+    cafeRows->addLayout(
+        line({kit.make(options::cmdAddCafeClient, cafes), kit.make(options::cmdRemoveCafeClient, cafes)}));
+    if (QWidget* list = kit.make(options::lstCafes, cafes)) {
+        list->setMinimumSize(usersListWidth, listHeight);
+        cafeRows->addWidget(list);
+    }
+    rows->addWidget(cafes);
+    rows->addStretch(1);
+    return page;
+}
+
 QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
 {
     auto* bottom = new QHBoxLayout;
@@ -129,9 +266,20 @@ void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets)
 
     const TabbedArea tabbed = tabbedArea(kit, root, options::TabStrip1, QStringLiteral("panelArea"));
     addTakingTurns(*tabbed.cell, generalPage(kit, tabbed.area));
+    addTakingTurns(*tabbed.cell, userAccountPage(kit, tabbed.area));
+    addTakingTurns(*tabbed.cell, ticketSettingPage(kit, tabbed.area));
+    addTakingTurns(*tabbed.cell, quickTicketPage(kit, tabbed.area));
+    addTakingTurns(*tabbed.cell, includeExcludePage(kit, tabbed.area));
+    const QStringList laidOut {options::FGeneral,
+        options::FUserAccount,
+        options::FTicketSetting,
+        options::FQuickTicket,
+        options::FIncludeExclude};
     // The other pages' fields come with their own work; their panels already take turns here.
-    for (size_t flag = 1; flag < options::Panels.size(); ++flag)
-        addTakingTurns(*tabbed.cell, kit.frame(options::Panels[flag], new QWidget(tabbed.area)));
+    for (const QString& panel : options::Panels) {
+        if (!laidOut.contains(panel))
+            addTakingTurns(*tabbed.cell, kit.frame(panel, new QWidget(tabbed.area)));
+    }
     tabbed.layout->addWidget(tabbed.area, 1);
     layout->addLayout(tabbed.layout, 1);
     layout->addLayout(buttonRow(kit, root));

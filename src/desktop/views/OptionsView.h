@@ -10,7 +10,8 @@ class ViewWidgets;
 namespace views {
 
 // The settings screen: the tab bar over the pages' panels (only the chosen one shows), with the
-// General page laid out in two columns, and the "Settings" field, Help, Ok, Cancel and Apply below.
+// General, User Account, Ticket Setting, Quick-Ticket and Include/Exclude pages laid out, and the
+// "Settings" field, Help, Ok, Cancel and Apply below.
 void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets);
 
 } // namespace views
