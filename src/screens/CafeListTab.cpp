@@ -24,8 +24,8 @@ void CafeListTab::build(Control& panel)
     Control& system
         = m_screen.addToFrame(frame, ControlKind::TextBox, options::txtCafeSystem, QStringLiteral("Computer Name:"));
     system.setMaxLength(30);
-    Control& addButton
-        = m_screen.addToFrame(frame, ControlKind::CommandButton, options::cmdAddCafeClient, QStringLiteral("Add Client"));
+    Control& addButton = m_screen.addToFrame(
+        frame, ControlKind::CommandButton, options::cmdAddCafeClient, QStringLiteral("Add Client"));
     addButton.setEnabled(false);
     addButton.onClick = [this] { add(); };
     system.onChange = [&system, &addButton] { addButton.setEnabled(!values::trimBlanks(system.text()).isEmpty()); };
@@ -69,8 +69,8 @@ void CafeListTab::add()
     const QString number = cafe::branchNumber(branch);
     const QString name = system.text().toUpper();
     Recordset rows;
-    if (!rows.Open(Statement(QStringLiteral("select * from Cafe where Cafename = {} or SystemName = '{}'"),
-                       {number, name}),
+    if (!rows.Open(
+            Statement(QStringLiteral("select * from Cafe where Cafename = {} or SystemName = '{}'"), {number, name}),
             m_screen.session().connection(),
             CursorType::Static,
             LockType::Optimistic)) {
@@ -89,7 +89,8 @@ void CafeListTab::add()
     if (!rows.Update())
         return;
     m_screen[options::lstCafes].addItem(cafe::entry(number, name));
-    platform.messageBox(branch + QStringLiteral(" - [") + name + QStringLiteral("] added successfully!"), MsgStyle::Info);
+    platform.messageBox(
+        branch + QStringLiteral(" - [") + name + QStringLiteral("] added successfully!"), MsgStyle::Info);
     branches.setListIndex(0);
     system.setText(QString());
     rows.Close();

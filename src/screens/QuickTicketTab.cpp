@@ -38,7 +38,8 @@ void QuickTicketTab::build(Control& panel)
     timeTicket.onClick = [&timeTicket, &once] { once.setEnabled(timeTicket.isChecked()); };
     m_screen.addToFrame(
         panel, ControlKind::CheckBox, options::chkQuickVIP, QStringLiteral("Use Reserved Client (VIP)"));
-    m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdAddQuickTicket, QStringLiteral("Add Quick Ticket"))
+    m_screen
+        .addToFrame(panel, ControlKind::CommandButton, options::cmdAddQuickTicket, QStringLiteral("Add Quick Ticket"))
         .onClick
         = [this] { add(); };
     m_screen

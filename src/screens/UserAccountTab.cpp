@@ -119,7 +119,8 @@ void UserAccountTab::buildAccountFields(Control& panel)
     retype.setPasswordChar(true);
     retype.setToolTip(QStringLiteral("Reenter Password(PS)"));
 
-    Control& type = m_screen.addToFrame(frame, ControlKind::ComboBox, options::cboUserType, QStringLiteral("User Type:"));
+    Control& type
+        = m_screen.addToFrame(frame, ControlKind::ComboBox, options::cboUserType, QStringLiteral("User Type:"));
     type.setEditable(true);
     type.onClick = [this] { rebuildRights(); };
     // A typed or a set type picks its entry of the list too, so that the next pick of that entry
@@ -164,11 +165,12 @@ void UserAccountTab::buildNumberFields(Control& panel)
 
 void UserAccountTab::buildLists(Control& panel)
 {
-    Control& rights = m_screen.addToFrame(panel, ControlKind::ListBox, options::lstUserRights, QStringLiteral("Rights:"));
+    Control& rights
+        = m_screen.addToFrame(panel, ControlKind::ListBox, options::lstUserRights, QStringLiteral("Rights:"));
     rights.setMultiSelect(true);
     rights.onClick = [this] { clickRights(); };
-    Control& users
-        = m_screen.addToFrame(panel, ControlKind::ListBox, options::lstExistingUsers, QStringLiteral("Existing User(s)"));
+    Control& users = m_screen.addToFrame(
+        panel, ControlKind::ListBox, options::lstExistingUsers, QStringLiteral("Existing User(s)"));
     users.onClick = [this] { clickExistingUser(); };
     m_screen.addToFrame(panel, ControlKind::CommandButton, options::cmdUserAddChange, QStringLiteral("&Add/Change"))
         .onClick
@@ -185,8 +187,10 @@ void UserAccountTab::buildPolicies(Control& panel)
         QStringLiteral("Given Administrator Account Greatest Power"));
     power.setToolTip(QStringLiteral("Administrator Account has only the power to delete, to add accounts"));
     power.onClick = [this, &power] { turnPolicy(power, AnyEntryMode); };
-    Control& twoAccounts = m_screen.addToFrame(
-        panel, ControlKind::CheckBox, options::chkNoUser, QStringLiteral("Two Accounts required for Ticket Generation"));
+    Control& twoAccounts = m_screen.addToFrame(panel,
+        ControlKind::CheckBox,
+        options::chkNoUser,
+        QStringLiteral("Two Accounts required for Ticket Generation"));
     twoAccounts.setToolTip(QStringLiteral("Two User logs in to Generate tickets"));
     twoAccounts.onClick = [this, &twoAccounts] { turnPolicy(twoAccounts, StaffPasswordMode); };
     for (Control* box : {&power, &twoAccounts})
@@ -507,8 +511,8 @@ void UserAccountTab::writeRights(Recordset& row, const QString& username, bool c
 void UserAccountTab::change(const QString& username)
 {
     Platform& platform = m_screen.platform();
-    if (platform.messageBox(QStringLiteral("Account Already Exist, Change Properties?"),
-            MsgStyle::YesNoQuestionNoDefault)
+    if (platform.messageBox(
+            QStringLiteral("Account Already Exist, Change Properties?"), MsgStyle::YesNoQuestionNoDefault)
         != MsgResult::Yes)
         return;
     General& general = m_screen.session().general;
@@ -598,11 +602,11 @@ void UserAccountTab::remove()
         return;
     }
     Recordset row;
-    const bool found = row.Open(Statement(QStringLiteral("Select * from Users where Username  = '{}'"),
-                                    {username.toUpper()}),
-                           m_screen.session().connection(),
-                           CursorType::Static,
-                           LockType::Optimistic)
+    const bool found
+        = row.Open(Statement(QStringLiteral("Select * from Users where Username  = '{}'"), {username.toUpper()}),
+              m_screen.session().connection(),
+              CursorType::Static,
+              LockType::Optimistic)
         && !row.Eof();
     if (!found) {
         platform.messageBox(QStringLiteral("User Account don't Exist!"), MsgStyle::Warning);

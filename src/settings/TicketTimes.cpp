@@ -23,9 +23,8 @@ std::optional<TimeOfDay> timeOfDay(const QString& text)
     if (parts.size() < 2 || parts.size() > 3)
         return std::nullopt;
     for (const QString& part : parts) {
-        if (part.isEmpty() || part.size() > 2 || !std::all_of(part.begin(), part.end(), [](QChar c) {
-                return c.isDigit();
-            }))
+        if (part.isEmpty() || part.size() > 2
+            || !std::all_of(part.begin(), part.end(), [](QChar c) { return c.isDigit(); }))
             return std::nullopt;
     }
     const TimeOfDay time {parts[0].toInt(), parts[1].toInt()};

@@ -198,8 +198,8 @@ void TestScreensOptions::testStaffAccountCreatedThenChangedBehindItsOldPassword(
     QCOMPARE(desk.run(), qint16(0));
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());
-    QCOMPARE(desk.query("select Username, Password, Type from Users where Username = 'CLERK'"),
-        latin("CLERK | PW2 | USER"));
+    QCOMPARE(
+        desk.query("select Username, Password, Type from Users where Username = 'CLERK'"), latin("CLERK | PW2 | USER"));
 }
 
 void TestScreensOptions::testQuickTicketAndCafeList()

@@ -96,8 +96,8 @@ void TestStaffRights::testViewerClearsAllButEnabled()
 {
     QCOMPARE(written(staff::rightsToWrite(u"EYE"_s, u"VIEWER"_s, {true}, staff::Save::Change)),
         u"enabled=0 Allocate=0 Shutrest=0 XView=0 Pass=0 Generate=0 Print=0 Pause=0 Option=0 POS=0 ActBox=0"_s);
-    QCOMPARE(written(staff::rightsToWrite(u"EYE"_s, u"VIEWER"_s, {false}, staff::Save::Creation)).left(9),
-        u"enabled=1"_s);
+    QCOMPARE(
+        written(staff::rightsToWrite(u"EYE"_s, u"VIEWER"_s, {false}, staff::Save::Creation)).left(9), u"enabled=1"_s);
 }
 
 void TestStaffRights::testBuiltInAccountIsFixed()
@@ -106,8 +106,8 @@ void TestStaffRights::testBuiltInAccountIsFixed()
     const QString fixed
         = u"Allocate=1 Shutrest=1 XView=1 Pass=1 enabled=1 Generate=0 Print=0 Pause=0 Option=0 POS=0 ActBox=0"_s;
     QCOMPARE(written(staff::rightsToWrite(u"Administrator"_s, u"VIEWER"_s, none, staff::Save::Change)), fixed);
-    QCOMPARE(written(staff::rightsToWrite(u"ADMINISTRATOR"_s, u"ADMINISTRATOR"_s, QList<bool>(11, true),
-                 staff::Save::Creation)),
+    QCOMPARE(written(staff::rightsToWrite(
+                 u"ADMINISTRATOR"_s, u"ADMINISTRATOR"_s, QList<bool>(11, true), staff::Save::Creation)),
         fixed);
 }
 
@@ -118,9 +118,8 @@ void TestStaffRights::testUnknownTypeWritesNothing()
 
 void TestStaffRights::testTicksOfStoredAccount()
 {
-    const auto stored = [](const QString& column) {
-        return column == u"Allocate"_s || column == u"POS"_s || column == u"enabled"_s;
-    };
+    const auto stored
+        = [](const QString& column) { return column == u"Allocate"_s || column == u"POS"_s || column == u"enabled"_s; };
     QCOMPARE(staff::ticksOf(u"USER"_s, stored), QList<bool>({true, false, false, false, false, false, true}));
     QCOMPARE(staff::ticksOf(u"VIEWER"_s, [](const QString&) { return false; }), QList<bool>({true}));
     QCOMPARE(staff::ticksOf(u"ADMINISTRATOR"_s, stored).size(), 11);

@@ -136,14 +136,12 @@ QWidget* userAccountPage(ViewKit& kit, QWidget* area)
     for (const QString& name :
         {options::txtUserName, options::txtUserPassword, options::txtUserRetype, options::cboUserType})
         sized(kit.addRow(*form, name, fields), accountFieldWidth);
-    kit.addRow(*form,
-        kit.caption(options::txtUserLogins, fields),
-        {sized(kit.make(options::txtUserLogins, fields), shortFieldWidth),
-            sized(kit.make(options::sldUserLogins, fields), spinnerWidth)});
-    kit.addRow(*form,
-        kit.caption(options::txtUserSolotime, fields),
-        {sized(kit.make(options::txtUserSolotime, fields), shortFieldWidth),
-            sized(kit.make(options::sldUserSolotime, fields), spinnerWidth)});
+    // The number fields with their spinners beside them.
+    for (const auto& [number, spinner] : {std::pair {options::txtUserLogins, options::sldUserLogins},
+             std::pair {options::txtUserSolotime, options::sldUserSolotime}})
+        kit.addRow(*form,
+            kit.caption(number, fields),
+            {sized(kit.make(number, fields), shortFieldWidth), sized(kit.make(spinner, fields), spinnerWidth)});
     addAll(*left, {fields});
     left->addLayout(column(kit, page, {options::chkAdministratorPower, options::chkNoUser}));
     left->addStretch(1);
@@ -188,8 +186,8 @@ QWidget* ticketSettingPage(ViewKit& kit, QWidget* area)
     addAll(*printerRows, {kit.label(options::lblPrinter, printer)});
     printerRows->addLayout(line({kit.make(options::cmdPrintSize, printer)}));
     addAll(*right, {printer});
-    right->addLayout(line({kit.make(options::chkExternalData, page),
-        sized(kit.make(options::txtExternalPort, page), portFieldWidth)}));
+    right->addLayout(line(
+        {kit.make(options::chkExternalData, page), sized(kit.make(options::txtExternalPort, page), portFieldWidth)}));
     right->addStretch(1);
     columns->addLayout(left);
     columns->addSpacing(16);
@@ -209,8 +207,7 @@ QWidget* quickTicketPage(ViewKit& kit, QWidget* area)
     sized(kit.addRow(*form, options::cboQuickCost, page), shortFieldWidth * 2);
     left->addLayout(form);
     left->addLayout(column(kit, page, {options::chkQuickTimeTicket, options::chkQuickOnce, options::chkQuickVIP}));
-    left->addLayout(
-        line({kit.make(options::cmdAddQuickTicket, page), kit.make(options::cmdRemoveQuickTicket, page)}));
+    left->addLayout(line({kit.make(options::cmdAddQuickTicket, page), kit.make(options::cmdRemoveQuickTicket, page)}));
     left->addStretch(1);
     columns->addLayout(left);
     columns->addLayout(captionedList(kit, page, options::lstQuickTickets, quickListWidth, listHeight), 1);
