@@ -58,6 +58,7 @@ private slots:
     void testStoredPrefix();
     void testBlankPortWithDefaultPortIsPutBackQuietly();
     void testAPolicyWithoutAGateToAskStaysOff();
+    void testSpinnersFollowTheirNumberFields();
     void testLoadOptionsHandsAdministratorPowerBack_data();
     void testLoadOptionsHandsAdministratorPowerBack();
 };
@@ -268,6 +269,40 @@ void TestOptions::testAPolicyWithoutAGateToAskStaysOff()
     QCOMPARE(desk.session().general.PassMode, qint16(0));
     QVERIFY(Operator::tick((*screen)[latin("chkAdministratorPower")], true));
     QCOMPARE((*screen)[latin("chkAdministratorPower")].value(), 0);
+    screen->forceUnload();
+    desk.platform.finish();
+    QCOMPARE(desk.platform.failures(), QStringList());
+}
+
+void TestOptions::testSpinnersFollowTheirNumberFields()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    std::unique_ptr<Options> screen = desk.openScreen();
+    QVERIFY(screen->selectTab(1));
+    Control& logins = (*screen)[latin("txtUserLogins")];
+    Control& loginSpinner = (*screen)[latin("sldUserLogins")];
+    Control& solotime = (*screen)[latin("txtUserSolotime")];
+    Control& solotimeSpinner = (*screen)[latin("sldUserSolotime")];
+    QCOMPARE(loginSpinner.maximum(), 999);
+    QCOMPARE(solotimeSpinner.maximum(), 9999);
+    // Taking the focus puts the field's number into its spinner; moving the spinner writes back.
+    Operator::setText(logins, latin("25"));
+    Operator::focus(solotime);
+    Operator::focus(logins);
+    QCOMPARE(loginSpinner.value(), 25);
+    loginSpinner.setValue(30);
+    QCOMPARE(logins.text(), latin("30"));
+    Operator::setText(solotime, latin("120"));
+    Operator::focus(logins);
+    Operator::focus(solotime);
+    QCOMPARE(solotimeSpinner.value(), 120);
+    solotimeSpinner.setValue(121);
+    QCOMPARE(solotime.text(), latin("121"));
+    // A solotime above 999 can be typed, but the spinner no longer moves it.
+    Operator::setText(solotime, latin("1500"));
+    solotimeSpinner.setValue(122);
+    QCOMPARE(solotime.text(), latin("1500"));
     screen->forceUnload();
     desk.platform.finish();
     QCOMPARE(desk.platform.failures(), QStringList());
