@@ -255,7 +255,6 @@ void TestOptions::testBlankPortWithDefaultPortIsPutBackQuietly()
     screen->forceUnload();
 }
 
-
 void TestOptions::testAPolicyWithoutAGateToAskStaysOff()
 {
     Desk desk;
