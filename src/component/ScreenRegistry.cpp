@@ -31,7 +31,7 @@ std::unique_ptr<Form> ScreenRegistry::create(Screen screen)
     case Screen::ContPass:
         return std::make_unique<ContPass>(m_session);
     case Screen::Options:
-        return std::make_unique<Options>(m_session);
+        return std::make_unique<Options>(m_session, *this);
     case Screen::RecycleBin:
         return std::make_unique<RecycleBin>(m_session);
     case Screen::AccountInfo:
@@ -60,6 +60,11 @@ void ScreenRegistry::showGenAcc()
 void ScreenRegistry::showRecycleBin()
 {
     show(Screen::RecycleBin);
+}
+
+void ScreenRegistry::showContPass()
+{
+    show(Screen::ContPass);
 }
 
 } // namespace marlet

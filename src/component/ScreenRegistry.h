@@ -29,6 +29,7 @@ public:
 
     void showGenAcc() override;
     void showRecycleBin() override;
+    void showContPass() override;
 
 private:
     static bool kept(Screen screen);

@@ -28,21 +28,6 @@ bool failed(QString* error, const QString& reason)
     return false;
 }
 
-bool saveQuickTickets(Connection& connection, const QStringList& entries, QString* error)
-{
-    if (!connection.Execute(Statement(QStringLiteral("Delete * from QuickT"))))
-        return failed(error, connection.lastError());
-    Recordset table;
-    if (!table.Open(
-            Statement(QStringLiteral("Select * from QuickT")), connection, CursorType::Static, LockType::Optimistic))
-        return failed(error, table.lastError());
-    for (const QString& entry : entries) {
-        if (!table.AddNew() || !table.setValue(QStringLiteral("TicketType"), entry) || !table.Update())
-            return failed(error, table.lastError());
-    }
-    return true;
-}
-
 } // namespace
 
 // The prefix goes to this machine's preferences and to Options for the other programs of the
@@ -60,6 +45,21 @@ bool saveTicketPrefix(SessionPreferences& settings, Connection& connection, cons
         options.AddNew();
     options.setValue(QStringLiteral("TicketIniName"), prefix.size() > 3 ? QStringLiteral("NVT") : prefix);
     return options.Update() || failed(error, options.lastError());
+}
+
+bool saveQuickTickets(Connection& connection, const QStringList& entries, QString* error)
+{
+    if (!connection.Execute(Statement(QStringLiteral("Delete * from QuickT"))))
+        return failed(error, connection.lastError());
+    Recordset table;
+    if (!table.Open(
+            Statement(QStringLiteral("Select * from QuickT")), connection, CursorType::Static, LockType::Optimistic))
+        return failed(error, table.lastError());
+    for (const QString& entry : entries) {
+        if (!table.AddNew() || !table.setValue(QStringLiteral("TicketType"), entry) || !table.Update())
+            return failed(error, table.lastError());
+    }
+    return true;
 }
 
 QString quickTicketEntry(const QuickTicketDefinition& definition, const QString& currency)

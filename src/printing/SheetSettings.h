@@ -45,6 +45,10 @@ QString quickTicketEntry(const QuickTicketDefinition& definition, const QString&
 QuickTicketAddition addQuickTicket(
     const QStringList& existing, const QuickTicketDefinition& definition, const QString& currency);
 
+// Rewrites table QuickT with the entries, in their order: every row is deleted, then one added an
+// entry. False when a statement failed, with the reason in *error; what was written before it stays.
+bool saveQuickTickets(Connection& connection, const QStringList& entries, QString* error = nullptr);
+
 // What the report component's settings window edits. Everything is read and written under the
 // product word, the only application name a component outside the host knows.
 struct SheetSettings

@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "screens/OptionsNames.h"
 #include "screens/OptionsTabs.h"
+#include "screens/ScreenOpener.h"
 #include "session/Session.h"
 #include "store/Connection.h"
 #include "store/Recordset.h"
@@ -51,7 +52,22 @@ Options::Options(Session& session)
 {
 }
 
+Options::Options(Session& session, ScreenOpener& screens)
+    : Options(session)
+{
+    m_screens = &screens;
+}
+
 Options::~Options() = default;
+
+void Options::askPassword()
+{
+    if (!m_screens) {
+        m_session.general.PassMode = 0;
+        return;
+    }
+    m_screens->showContPass();
+}
 
 bool Options::tabLoaded(int flag) const
 {
@@ -83,6 +99,12 @@ void Options::trackChanges(Control& field, int flag)
         chain(field.onClick);
         break;
     }
+}
+
+void Options::fieldChanged(int flag)
+{
+    if (tabLoaded(flag))
+        setApplyEnabled(true);
 }
 
 bool Options::selectTab(int flag)

@@ -9,6 +9,7 @@
 
 namespace marlet {
 
+class ScreenOpener;
 class Session;
 
 // The settings screen: ten tabs over their panels, each page loaded on the first visit of its tab,
@@ -22,14 +23,22 @@ public:
     static constexpr int SmsFlag = 10;
 
     explicit Options(Session& session);
+    // With the screens it opens: the password gate in front of guarded settings.
+    Options(Session& session, ScreenOpener& screens);
     ~Options() override;
 
     Session& session() const { return m_session; }
+    // Shows the password gate for the mode set in PassMode. Without a gate to show, PassMode comes
+    // back 0: a gate that cannot ask never grants.
+    void askPassword();
 
     bool tabLoaded(int flag) const;
     // A change of the field enables Apply, once the page of that flag has been loaded: the page's
     // own load changes its fields while the flag is still clear, and marks nothing.
     void trackChanges(Control& field, int flag);
+    // A change made by a page's own operation (a list entry added or removed, texts cleared):
+    // enables Apply once the page of that flag has been loaded, as a change of a field does.
+    void fieldChanged(int flag);
     // Selects the tab that shows the page of that flag, wherever it stands. False when no tab does.
     bool selectTab(int flag);
     // The Apply button's work: the checks of the loaded pages, then their saving.
@@ -52,6 +61,7 @@ private:
     void setApplyEnabled(bool enabled);
 
     Session& m_session;
+    ScreenOpener* m_screens = nullptr;
     std::array<bool, FlagCount> m_tabLoaded {};
     // The page flag of each tab, by position; the User Account tab may be left out.
     std::vector<int> m_tabFlags;

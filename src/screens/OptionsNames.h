@@ -129,6 +129,63 @@ inline const QString txtReservedName = QStringLiteral("txtReservedName");
 inline const QString cmdAddReserved = QStringLiteral("cmdAddReserved");
 inline const QString cmdRemoveReserved = QStringLiteral("cmdRemoveReserved");
 inline const QString txtSelPrefix = QStringLiteral("txtSelPrefix");
+// User Account: the account's fields, its rights, the existing accounts and the two policies.
+inline const QString FUserFields = QStringLiteral("FUserFields");
+inline const QString txtUserName = QStringLiteral("txtUserName");
+inline const QString txtUserPassword = QStringLiteral("txtUserPassword");
+inline const QString txtUserRetype = QStringLiteral("txtUserRetype");
+inline const QString cboUserType = QStringLiteral("cboUserType");
+inline const QString txtUserLogins = QStringLiteral("txtUserLogins");
+inline const QString sldUserLogins = QStringLiteral("sldUserLogins");
+inline const QString txtUserSolotime = QStringLiteral("txtUserSolotime");
+inline const QString sldUserSolotime = QStringLiteral("sldUserSolotime");
+inline const QString lstUserRights = QStringLiteral("lstUserRights");
+inline const QString lstExistingUsers = QStringLiteral("lstExistingUsers");
+inline const QString cmdUserAddChange = QStringLiteral("cmdUserAddChange");
+inline const QString cmdUserRemove = QStringLiteral("cmdUserRemove");
+inline const QString chkAdministratorPower = QStringLiteral("chkAdministratorPower");
+inline const QString chkNoUser = QStringLiteral("chkNoUser");
+
+// Ticket Setting: the night time frame, the ticket's printed texts, activation, the print size and
+// the external database.
+inline const QString FTimeTicket = QStringLiteral("FTimeTicket");
+inline const QString dtNightEnd = QStringLiteral("dtNightEnd");
+inline const QString chkUseGTime = QStringLiteral("chkUseGTime");
+inline const QString FTicketInformation = QStringLiteral("FTicketInformation");
+inline const QString txtTitle = QStringLiteral("txtTitle");
+inline const QString txtInformation = QStringLiteral("txtInformation");
+inline const QString txtAddress = QStringLiteral("txtAddress");
+inline const QString cmdClearTexts = QStringLiteral("cmdClearTexts");
+inline const QString chkActivateTk = QStringLiteral("chkActivateTk");
+inline const QString chkOnlinePrinting = QStringLiteral("chkOnlinePrinting");
+inline const QString FPrinterPreview = QStringLiteral("FPrinterPreview");
+inline const QString lblPrinter = QStringLiteral("lblPrinter");
+inline const QString cmdPrintSize = QStringLiteral("cmdPrintSize");
+inline const QString m_PrintSize = QStringLiteral("m_PrintSize");
+inline const QString m_SmallSize = QStringLiteral("m_SmallSize");
+inline const QString m_MediumSize = QStringLiteral("m_MediumSize");
+inline const QString m_LargeSize = QStringLiteral("m_LargeSize");
+inline const QString m_ExportSize = QStringLiteral("m_ExportSize");
+inline const QString chkExternalData = QStringLiteral("chkExternalData");
+
+// Quick-Ticket: the switch, the definition's fields and the existing definitions.
+inline const QString chkQuickTicket = QStringLiteral("chkQuickTicket");
+inline const QString cboQuickTime = QStringLiteral("cboQuickTime");
+inline const QString cboQuickCost = QStringLiteral("cboQuickCost");
+inline const QString chkQuickTimeTicket = QStringLiteral("chkQuickTimeTicket");
+inline const QString chkQuickOnce = QStringLiteral("chkQuickOnce");
+inline const QString chkQuickVIP = QStringLiteral("chkQuickVIP");
+inline const QString cmdAddQuickTicket = QStringLiteral("cmdAddQuickTicket");
+inline const QString cmdRemoveQuickTicket = QStringLiteral("cmdRemoveQuickTicket");
+inline const QString lstQuickTickets = QStringLiteral("lstQuickTickets");
+
+// Include/Exclude: the café branches and their computers.
+inline const QString FCafeList = QStringLiteral("FCafeList");
+inline const QString cboCafeName = QStringLiteral("cboCafeName");
+inline const QString txtCafeSystem = QStringLiteral("txtCafeSystem");
+inline const QString cmdAddCafeClient = QStringLiteral("cmdAddCafeClient");
+inline const QString cmdRemoveCafeClient = QStringLiteral("cmdRemoveCafeClient");
+inline const QString lstCafes = QStringLiteral("lstCafes");
 
 // The panel of each page, by flag.
 inline const std::array<QString, 11> Panels {FGeneral,

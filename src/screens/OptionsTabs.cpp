@@ -1,8 +1,12 @@
 #include "screens/OptionsTabs.h"
 
+#include "screens/CafeListTab.h"
 #include "screens/ClientOptionTab.h"
 #include "screens/GeneralTab.h"
 #include "screens/IncludeExcludeTab.h"
+#include "screens/QuickTicketTab.h"
+#include "screens/TicketSettingTab.h"
+#include "screens/UserAccountTab.h"
 
 namespace marlet {
 
@@ -17,6 +21,39 @@ public:
     void apply(Recordset&) override { }
 };
 
+// One page whose fields follow two sets of rules, each built, loaded, checked and saved in turn: the
+// Include/Exclude page holds the excluded and reserved machines and, beside them, the café list.
+class PagePair : public OptionsTab
+{
+public:
+    PagePair(std::unique_ptr<OptionsTab> first, std::unique_ptr<OptionsTab> second)
+        : m_first(std::move(first))
+        , m_second(std::move(second))
+    {
+    }
+
+    void build(Control& panel) override
+    {
+        m_first->build(panel);
+        m_second->build(panel);
+    }
+    void load() override
+    {
+        m_first->load();
+        m_second->load();
+    }
+    bool check() override { return m_first->check() && m_second->check(); }
+    void apply(Recordset& options) override
+    {
+        m_first->apply(options);
+        m_second->apply(options);
+    }
+
+private:
+    std::unique_ptr<OptionsTab> m_first;
+    std::unique_ptr<OptionsTab> m_second;
+};
+
 } // namespace
 
 std::unique_ptr<OptionsTab> createOptionsTab(int flag, Options& screen)
@@ -24,10 +61,17 @@ std::unique_ptr<OptionsTab> createOptionsTab(int flag, Options& screen)
     switch (flag) {
     case 0:
         return std::make_unique<GeneralTab>(screen);
+    case 1:
+        return std::make_unique<UserAccountTab>(screen);
+    case 2:
+        return std::make_unique<TicketSettingTab>(screen);
     case 5:
         return std::make_unique<ClientOptionTab>(screen);
+    case 7:
+        return std::make_unique<QuickTicketTab>(screen);
     case 8:
-        return std::make_unique<IncludeExcludeTab>(screen);
+        return std::make_unique<PagePair>(
+            std::make_unique<IncludeExcludeTab>(screen), std::make_unique<CafeListTab>(screen));
     default:
         return std::make_unique<EmptyTab>();
     }

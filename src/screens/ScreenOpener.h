@@ -13,6 +13,8 @@ public:
     virtual void showGenAcc() = 0;
     // A recycle bin screen for this one visit.
     virtual void showRecycleBin() = 0;
+    // The password gate, asked through the session's PassMode; the same object each time.
+    virtual void showContPass() = 0;
 };
 
 } // namespace marlet

@@ -53,6 +53,21 @@ struct Desk : test::DesktopCafe
         return found.join(latin(", "));
     }
 
+    QString query(const char* statement)
+    {
+        Recordset rows;
+        if (!rows.Open(Statement(latin(statement)), database.connection()))
+            return latin("cannot read: ") + rows.lastError();
+        QStringList lines;
+        for (; !rows.Eof(); rows.MoveNext()) {
+            QStringList cells;
+            for (int field = 0; field < rows.fieldCount(); ++field)
+                cells << Statement::valueText(rows.value(field));
+            lines << cells.join(latin(" | "));
+        }
+        return lines.join(u'\n');
+    }
+
     QString optionsRow()
     {
         Recordset row;
@@ -90,6 +105,13 @@ void clickEntry(QWidget& window, const char* list, int row)
     QTest::mouseClick(entries->viewport(), Qt::LeftButton, {}, entries->visualItemRect(entries->item(row)).center());
 }
 
+// Clicks the tab at that position from 0.
+void chooseTab(QWidget& window, int index)
+{
+    auto* tabs = find<QTabBar>(window, "TabStrip1");
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
+}
+
 } // namespace
 
 // The settings screen driven through its widgets: the tabs with their tips, typing into the
@@ -103,6 +125,8 @@ private slots:
     void testGeneralTabApplyAndOk();
     void testClientOptionTicksAndProgramList();
     void testIncludeExcludeAddsAClient();
+    void testStaffAccountCreatedThenChangedBehindItsOldPassword();
+    void testQuickTicketAndCafeList();
 };
 
 void TestScreensOptions::testTabsAndTips()
@@ -235,6 +259,91 @@ void TestScreensOptions::testIncludeExcludeAddsAClient()
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());
     QCOMPARE(desk.rows("select ComputerName from Restriction"), latin("PC07"));
+}
+
+void TestScreensOptions::testStaffAccountCreatedThenChangedBehindItsOldPassword()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        chooseTab(screen, 1);
+        driver.check(find(screen, "FUserAccount")->isVisible(), latin("User Account shows"));
+        driver.check(find<QListWidget>(screen, "lstUserRights")->count() == 7, latin("seven USER rights"));
+        typeOver(screen, "txtUserName", latin("clerk"));
+        driver.check(find<QLineEdit>(screen, "txtUserName")->text() == latin("CLERK"), latin("name upper-cased"));
+        typeOver(screen, "txtUserPassword", latin("pw1"));
+        typeOver(screen, "txtUserRetype", latin("pw1"));
+        QTest::mouseClick(find(screen, "cmdUserAddChange"), Qt::LeftButton);
+    });
+    driver.answer(latin("User Account CLERK Created successfully!"), QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        driver.check(find<QListWidget>(screen, "lstExistingUsers")->count() == 2, latin("CLERK listed"));
+        typeOver(screen, "txtUserName", latin("clerk"));
+        typeOver(screen, "txtUserPassword", latin("pw2"));
+        typeOver(screen, "txtUserRetype", latin("pw2"));
+        QTest::mouseClick(find(screen, "cmdUserAddChange"), Qt::LeftButton);
+    });
+    driver.answer(latin("Account Already Exist, Change Properties?"), QMessageBox::Yes);
+    driver.onForm(latin("ContPass"), [](FormDialog& gate) {
+        typeOver(gate, "txtPassword", latin("pw1"));
+        QTest::mouseClick(find(gate, "cmdOK"), Qt::LeftButton);
+    });
+    driver.answer(latin("Account Information has been Updated!"), QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        driver.check(find<QLineEdit>(screen, "txtUserName")->text().isEmpty(), latin("fields cleared"));
+        QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton);
+    });
+    QCOMPARE(desk.run(), qint16(0));
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(
+        desk.query("select Username, Password, Type from Users where Username = 'CLERK'"), latin("CLERK | PW2 | USER"));
+}
+
+void TestScreensOptions::testQuickTicketAndCafeList()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        chooseTab(screen, 7);
+        driver.check(find(screen, "FQuickTicket")->isVisible(), latin("Quick-Ticket shows"));
+        for (const char* name : {"cboQuickTime", "cboQuickCost"}) {
+            QLineEdit* edit = find<QComboBox>(screen, name)->lineEdit();
+            QTest::mouseClick(edit, Qt::LeftButton);
+            QTest::keyClicks(edit, latin(name) == latin("cboQuickTime") ? latin("60") : latin("50"));
+        }
+        // On its box: a stretched check box takes clicks on its box and caption only.
+        QWidget* timeTicket = find(screen, "chkQuickTimeTicket");
+        QTest::mouseClick(timeTicket, Qt::LeftButton, {}, QPoint(6, timeTicket->height() / 2));
+        QTest::mouseClick(find(screen, "cmdAddQuickTicket"), Qt::LeftButton);
+        QCoreApplication::processEvents();
+        auto* list = find<QListWidget>(screen, "lstQuickTickets");
+        driver.check(list->count() == 1 && list->item(0)->text() == latin("60min(s) - N50 [Time Ticket]"),
+            latin("entry added: ") + (list->count() > 0 ? list->item(list->count() - 1)->text() : latin("none")));
+        driver.check(find(screen, "cmdApply")->isEnabled(), latin("an entry enables Apply"));
+        QTest::mouseClick(find(screen, "cmdApply"), Qt::LeftButton);
+        chooseTab(screen, 8);
+        auto* branches = find<QComboBox>(screen, "cboCafeName");
+        branches->setFocus();
+        QTest::keyClick(branches, Qt::Key_Down);
+        QTest::keyClick(branches, Qt::Key_Down);
+        driver.check(branches->currentText() == latin("Cafe2"), latin("branch picked: ") + branches->currentText());
+        typeOver(screen, "txtCafeSystem", latin("pc-b"));
+        QTest::mouseClick(find(screen, "cmdAddCafeClient"), Qt::LeftButton);
+    });
+    driver.answer(latin("Cafe2 - [PC-B] added successfully!"), QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        auto* list = find<QListWidget>(screen, "lstCafes");
+        driver.check(list->count() == 1 && list->item(0)->text() == latin("Cafe2 - [PC-B]"), latin("cafe listed"));
+        QTest::mouseClick(find(screen, "cmdCancel"), Qt::LeftButton);
+    });
+    QCOMPARE(desk.run(), qint16(0));
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(desk.query("select TicketType from QuickT"), latin("60min(s) - N50 [Time Ticket]"));
+    QCOMPARE(desk.query("select Cafename, SystemName from Cafe"), latin("2 | PC-B"));
 }
 
 } // namespace marlet

@@ -110,6 +110,9 @@ private slots:
     void testGenAccQuickTicket();
     void testOptionsGeneral();
     void testOptionsClientOption();
+    void testOptionsUserAccount();
+    void testOptionsTicketSetting();
+    void testOptionsQuickTicket();
     void testOptionsIncludeExclude();
     void testRecycleBin();
     void testAccountInfo();
@@ -310,6 +313,46 @@ void TestScreensPictures::testOptionsClientOption()
     screen->forceUnload();
 }
 
+void TestScreensPictures::testOptionsUserAccount()
+{
+    QVERIFY(m_database->connection().Execute(Statement(
+        latin("INSERT INTO Users (Username, Password, Type, Solotime, Expire, Allocate, enabled) Values ('CLERK', "
+              "'PW', 'USER', 90, '25', true, true)"))));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 2));
+    QVERIFY((*screen)[latin("FUserAccount")].visible());
+    QVERIFY(Operator::pick((*screen)[latin("lstExistingUsers")], latin("CLERK")));
+    QCOMPARE((*screen)[latin("lstUserRights")].listCount(), 7);
+    render(*screen, latin("options-user-account.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsTicketSetting()
+{
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 4));
+    QVERIFY((*screen)[latin("FTicketSetting")].visible());
+    QVERIFY(Operator::tick((*screen)[latin("chkExternalData")], true));
+    render(*screen, latin("options-ticket-setting.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsQuickTicket()
+{
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO QuickT (TicketType) Values ('60min(s) - N50 [Time Ticket]')"))));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 8));
+    QVERIFY((*screen)[latin("FQuickTicket")].visible());
+    Operator::setText((*screen)[latin("cboQuickTime")], latin("30"));
+    Operator::setText((*screen)[latin("cboQuickCost")], latin("20"));
+    QVERIFY(Operator::tick((*screen)[latin("chkQuickVIP")], true));
+    QVERIFY(Operator::click((*screen)[latin("cmdAddQuickTicket")]));
+    QCOMPARE((*screen)[latin("lstQuickTickets")].item(1), latin("30min(s) - N20 [Normal Ticket] - VIP"));
+    render(*screen, latin("options-quick-ticket.png"));
+    screen->forceUnload();
+}
+
 void TestScreensPictures::testOptionsIncludeExclude()
 {
     QVERIFY(m_database->connection().Execute(Statement(
@@ -317,10 +360,14 @@ void TestScreensPictures::testOptionsIncludeExclude()
     QVERIFY(m_database->connection().Execute(
         Statement(latin("INSERT INTO RClient (ComputerName, Times, User) Values ('VIP-01', now, 'ADMINISTRATOR')"))));
     session().settings().save(keys::SelClient, latin("1"));
+    session().general.MaxComputers = 6;
+    QVERIFY(m_database->connection().Execute(
+        Statement(latin("INSERT INTO Cafe (Cafename, SystemName) Values (2, 'FRONT-PC')"))));
     std::unique_ptr<Form> screen = open(Screen::Options);
     QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 9));
     QVERIFY((*screen)[latin("FIncludeExclude")].visible());
     QVERIFY((*screen)[latin("lstReserved")].enabled());
+    QCOMPARE((*screen)[latin("lstCafes")].item(0), latin("Cafe2 - [FRONT-PC]"));
     render(*screen, latin("options-include-exclude.png"));
     screen->forceUnload();
 }

@@ -57,6 +57,10 @@ private slots:
     void testStoredPrefix_data();
     void testStoredPrefix();
     void testBlankPortWithDefaultPortIsPutBackQuietly();
+    void testAPolicyWithoutAGateToAskStaysOff();
+    void testSpinnersFollowTheirNumberFields();
+    void testLoadOptionsHandsAdministratorPowerBack_data();
+    void testLoadOptionsHandsAdministratorPowerBack();
 };
 
 void TestOptions::testClosingAsksAboutClients_data()
@@ -249,6 +253,102 @@ void TestOptions::testBlankPortWithDefaultPortIsPutBackQuietly()
     // The box is disabled, so the focus stays where it went.
     QCOMPARE(screen->focused(), &(*screen)[latin("txtPrefix")]);
     screen->forceUnload();
+}
+
+void TestOptions::testAPolicyWithoutAGateToAskStaysOff()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    // A screen made without the screens it opens: the password gate cannot be asked.
+    std::unique_ptr<Options> screen = desk.openScreen();
+    QVERIFY(screen->selectTab(1));
+    desk.session().general.PassMode = 2;
+    QVERIFY(Operator::tick((*screen)[latin("chkNoUser")], true));
+    QCOMPARE((*screen)[latin("chkNoUser")].value(), 0);
+    QCOMPARE(desk.session().general.PassMode, qint16(0));
+    QVERIFY(Operator::tick((*screen)[latin("chkAdministratorPower")], true));
+    QCOMPARE((*screen)[latin("chkAdministratorPower")].value(), 0);
+    screen->forceUnload();
+    desk.platform.finish();
+    QCOMPARE(desk.platform.failures(), QStringList());
+}
+
+void TestOptions::testSpinnersFollowTheirNumberFields()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    std::unique_ptr<Options> screen = desk.openScreen();
+    QVERIFY(screen->selectTab(1));
+    Control& logins = (*screen)[latin("txtUserLogins")];
+    Control& loginSpinner = (*screen)[latin("sldUserLogins")];
+    Control& solotime = (*screen)[latin("txtUserSolotime")];
+    Control& solotimeSpinner = (*screen)[latin("sldUserSolotime")];
+    QCOMPARE(loginSpinner.maximum(), 999);
+    QCOMPARE(solotimeSpinner.maximum(), 9999);
+    // Taking the focus puts the field's number into its spinner; moving the spinner writes back.
+    Operator::setText(logins, latin("25"));
+    Operator::focus(solotime);
+    Operator::focus(logins);
+    QCOMPARE(loginSpinner.value(), 25);
+    loginSpinner.setValue(30);
+    QCOMPARE(logins.text(), latin("30"));
+    Operator::setText(solotime, latin("120"));
+    Operator::focus(logins);
+    Operator::focus(solotime);
+    QCOMPARE(solotimeSpinner.value(), 120);
+    solotimeSpinner.setValue(121);
+    QCOMPARE(solotime.text(), latin("121"));
+    // A solotime above 999 can be typed, but the spinner no longer moves it.
+    Operator::setText(solotime, latin("1500"));
+    solotimeSpinner.setValue(122);
+    QCOMPARE(solotime.text(), latin("1500"));
+    screen->forceUnload();
+    desk.platform.finish();
+    QCOMPARE(desk.platform.failures(), QStringList());
+}
+
+void TestOptions::testLoadOptionsHandsAdministratorPowerBack_data()
+{
+    QTest::addColumn<bool>("switchOn");
+    QTest::addColumn<qint16>("power");
+    QTest::newRow("turned on and confirmed") << true << qint16(-1);
+    QTest::newRow("turned off") << false << qint16(0);
+}
+
+void TestOptions::testLoadOptionsHandsAdministratorPowerBack()
+{
+    QFETCH(bool, switchOn);
+    QFETCH(qint16, power);
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    desk.platform.queueAction([](Form& top) { Operator::chooseTab(top[latin("TabStrip1")], 2); });
+    desk.platform.queueAction([switchOn](Form& top) {
+        Operator::tick(top[latin("chkAdministratorPower")], switchOn);
+        Operator::tick(top[latin("chkAdministratorPower")], !switchOn);
+        Operator::tick(top[latin("chkAdministratorPower")], switchOn);
+    });
+    qint16 given = switchOn ? qint16(0) : qint16(-1);
+    if (switchOn) {
+        // Without power each turning on asks for any entry, then Apply asks to confirm.
+        for (int gate = 0; gate < 2; ++gate)
+            desk.platform.queueAction([](Form& top) {
+                QCOMPARE(top.name(), latin("ContPass"));
+                Operator::click(top[latin("cmdOK")]);
+            });
+        desk.platform.expectMessage(latin("The Administrator Powered is Enabled and will therefore permit only the "
+                                          "Administrator account to change passwords and access some other "
+                                          "features, Continue? "),
+            MsgStyle::YesNoQuestion,
+            MsgResult::Yes);
+        desk.platform.expectMessage(latin("Administrator Powered Enabled!"), MsgStyle::Info);
+    }
+    desk.platform.queueAction([](Form& top) { Operator::click(top[latin("cmdOk")]); });
+    qint16 clientUp = 0;
+    desk.component.timerDll().LoadOptions(
+        desk.database.connectionString(), latin("CafeHost"), latin("ADMINISTRATOR"), given, clientUp, 5, {}, {}, 0);
+    QCOMPARE(given, power);
+    desk.platform.finish();
+    QCOMPARE(desk.platform.failures(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestOptions)

@@ -28,6 +28,13 @@ constexpr int swatchHeight = 22;
 constexpr int restrictionListHeight = 120;
 constexpr int restrictionFieldWidth = 140;
 constexpr int columnSpacing = 12;
+constexpr int accountFieldWidth = 150;
+constexpr int spinnerWidth = 60;
+constexpr int textFieldWidth = 260;
+constexpr int rightsListWidth = 190;
+constexpr int usersListWidth = 150;
+constexpr int quickListWidth = 240;
+constexpr int listHeight = 200;
 
 QWidget* sized(QWidget* field, int width)
 {
@@ -270,14 +277,9 @@ QGroupBox* machineFrame(ViewKit& kit, QWidget* page, const QString& frameName, s
     return frame;
 }
 
-QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
+// The ticket separation: the switches, the machines that serve reserved tickets and the prefix.
+QGroupBox* separationFrame(ViewKit& kit, QWidget* page)
 {
-    auto* page = kit.frame(options::FIncludeExclude, new QWidget(area));
-    auto* columns = new QHBoxLayout(page);
-    columns->addWidget(machineFrame(kit,
-        page,
-        options::FExcluded,
-        {options::lstExcluded, options::txtExcludedName, options::cmdAddExcluded, options::cmdRemoveExcluded}));
     auto* separation = kit.frame(options::FTicketSeperation, new QGroupBox(page));
     auto* box = new QVBoxLayout(separation);
     addAll(*box, {kit.make(options::chkSelClientP, separation)});
@@ -291,7 +293,143 @@ QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
     QFormLayout* prefix = formLayout();
     sized(kit.addRow(*prefix, options::txtSelPrefix, separation), shortFieldWidth);
     box->addLayout(prefix);
-    columns->addWidget(separation);
+    return separation;
+}
+
+// A list below its caption, at least as tall as `height`.
+QVBoxLayout* captionedList(ViewKit& kit, QWidget* page, const QString& name, int width, int height)
+{
+    auto* box = new QVBoxLayout;
+    QLabel* caption = kit.caption(name, page);
+    QWidget* list = kit.make(name, page);
+    if (list) {
+        list->setMinimumSize(width, height);
+        if (caption)
+            caption->setBuddy(list);
+    }
+    addAll(*box, {caption, list});
+    return box;
+}
+
+// The account's fields and the two policies on the left, its rights in the middle, the existing
+// accounts with Add/Change and Remove on the right.
+QWidget* userAccountPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FUserAccount, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    auto* fields = kit.frame(options::FUserFields, new QGroupBox(page));
+    QFormLayout* form = formLayout(fields);
+    for (const QString& name :
+        {options::txtUserName, options::txtUserPassword, options::txtUserRetype, options::cboUserType})
+        sized(kit.addRow(*form, name, fields), accountFieldWidth);
+    // The number fields with their spinners beside them.
+    for (const auto& [number, spinner] : {std::pair {options::txtUserLogins, options::sldUserLogins},
+             std::pair {options::txtUserSolotime, options::sldUserSolotime}})
+        kit.addRow(*form,
+            kit.caption(number, fields),
+            {sized(kit.make(number, fields), shortFieldWidth), sized(kit.make(spinner, fields), spinnerWidth)});
+    addAll(*left, {fields});
+    left->addLayout(column(kit, page, {options::chkAdministratorPower, options::chkNoUser}));
+    left->addStretch(1);
+    columns->addLayout(left);
+    columns->addLayout(captionedList(kit, page, options::lstUserRights, rightsListWidth, listHeight));
+    auto* right = captionedList(kit, page, options::lstExistingUsers, usersListWidth, listHeight);
+    right->addLayout(line({kit.make(options::cmdUserAddChange, page), kit.make(options::cmdUserRemove, page)}));
+    columns->addLayout(right);
+    return page;
+}
+
+// The night time frame and the printed texts on the left; activation, the print size and the
+// external database on the right.
+QWidget* ticketSettingPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FTicketSetting, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    auto* times = kit.frame(options::FTimeTicket, new QGroupBox(page));
+    auto* timeRows = new QVBoxLayout(times);
+    QFormLayout* timeForm = formLayout();
+    sized(kit.addRow(*timeForm, options::dtNightStart, times), shortFieldWidth);
+    sized(kit.addRow(*timeForm, options::dtNightEnd, times), shortFieldWidth);
+    timeRows->addLayout(timeForm);
+    addAll(*timeRows, {kit.make(options::chkUseGTime, times)});
+    auto* texts = kit.frame(options::FTicketInformation, new QGroupBox(page));
+    QFormLayout* textForm = formLayout(texts);
+    for (const QString& name : {options::txtTitle, options::txtInformation, options::txtAddress})
+        sized(kit.addRow(*textForm, name, texts), textFieldWidth);
+    textForm->addRow(QString(), kit.make(options::cmdClearTexts, texts));
+    addAll(*left, {times, texts});
+    left->addStretch(1);
+    auto* right = new QVBoxLayout;
+    for (const QString& name : {options::chkActivateTk, options::chkOnlinePrinting}) {
+        if (auto* box = kit.make<QAbstractButton>(name, page)) {
+            box->setMinimumWidth(0);
+            right->addWidget(box);
+        }
+    }
+    auto* printer = kit.frame(options::FPrinterPreview, new QGroupBox(page));
+    auto* printerRows = new QVBoxLayout(printer);
+    addAll(*printerRows, {kit.label(options::lblPrinter, printer)});
+    printerRows->addLayout(line({kit.make(options::cmdPrintSize, printer)}));
+    addAll(*right, {printer});
+    right->addLayout(line(
+        {kit.make(options::chkExternalData, page), sized(kit.make(options::txtExternalPort, page), portFieldWidth)}));
+    right->addStretch(1);
+    columns->addLayout(left);
+    columns->addSpacing(16);
+    columns->addLayout(right, 1);
+    return page;
+}
+
+// The switch and a definition's fields on the left, the existing definitions on the right.
+QWidget* quickTicketPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FQuickTicket, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    auto* left = new QVBoxLayout;
+    addAll(*left, {kit.make(options::chkQuickTicket, page)});
+    QFormLayout* form = formLayout();
+    sized(kit.addRow(*form, options::cboQuickTime, page), shortFieldWidth * 2);
+    sized(kit.addRow(*form, options::cboQuickCost, page), shortFieldWidth * 2);
+    left->addLayout(form);
+    left->addLayout(column(kit, page, {options::chkQuickTimeTicket, options::chkQuickOnce, options::chkQuickVIP}));
+    left->addLayout(line({kit.make(options::cmdAddQuickTicket, page), kit.make(options::cmdRemoveQuickTicket, page)}));
+    left->addStretch(1);
+    columns->addLayout(left);
+    columns->addLayout(captionedList(kit, page, options::lstQuickTickets, quickListWidth, listHeight), 1);
+    return page;
+}
+
+// The café list: a branch and a computer, the two buttons, and the list of both.
+QGroupBox* cafeListFrame(ViewKit& kit, QWidget* page)
+{
+    auto* cafes = kit.frame(options::FCafeList, new QGroupBox(page));
+    auto* cafeRows = new QVBoxLayout(cafes);
+    QFormLayout* form = formLayout();
+    sized(kit.addRow(*form, options::cboCafeName, cafes), accountFieldWidth);
+    sized(kit.addRow(*form, options::txtCafeSystem, cafes), accountFieldWidth);
+    cafeRows->addLayout(form);
+    cafeRows->addLayout(
+        line({kit.make(options::cmdAddCafeClient, cafes), kit.make(options::cmdRemoveCafeClient, cafes)}));
+    if (QWidget* list = kit.make(options::lstCafes, cafes)) {
+        list->setMinimumSize(usersListWidth, listHeight);
+        cafeRows->addWidget(list);
+    }
+    return cafes;
+}
+
+// Include/Exclude: the excluded machines, the ticket separation and the café list side by side.
+QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FIncludeExclude, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    columns->addWidget(machineFrame(kit,
+        page,
+        options::FExcluded,
+        {options::lstExcluded, options::txtExcludedName, options::cmdAddExcluded, options::cmdRemoveExcluded}));
+    columns->addWidget(separationFrame(kit, page));
+    columns->addWidget(cafeListFrame(kit, page));
     return page;
 }
 
@@ -301,8 +439,14 @@ QWidget* optionsPage(ViewKit& kit, QWidget* area, size_t flag)
     switch (flag) {
     case 0:
         return generalPage(kit, area);
+    case 1:
+        return userAccountPage(kit, area);
+    case 2:
+        return ticketSettingPage(kit, area);
     case 5:
         return clientOptionPage(kit, area);
+    case 7:
+        return quickTicketPage(kit, area);
     case 8:
         return includeExcludePage(kit, area);
     default:
