@@ -117,6 +117,8 @@ void AutomatedActionTab::buildPing(Control& panel)
     Control& timeout
         = m_screen.addToFrame(panel, ControlKind::ComboBox, options::cboPingTimeout, QStringLiteral("Ping Timeout:"));
     timeout.setEditable(true);
+    for (Control* text : {&address, &count})
+        keyrules::selectAllOnFocus(*text);
     for (Control* field : {&address, &disabled, &pause, &logging, &count, &timeout})
         m_screen.trackChanges(*field, ActionFlag);
 }
@@ -139,6 +141,7 @@ void AutomatedActionTab::buildMessages(Control& panel)
         Control& box = m_screen.addToFrame(panel, ControlKind::CheckBox, boxName, QLatin1String(caption));
         Control& text = m_screen.addToFrame(panel, ControlKind::TextBox, textName);
         text.setEnabled(false);
+        keyrules::selectAllOnFocus(text);
         enablesField(m_screen, box, textName);
         text.onLostFocus = [this, &text, name = textName, warning = QLatin1String(warning), fallback = fallback] {
             if (blank(text.text()))

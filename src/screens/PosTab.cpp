@@ -1,5 +1,6 @@
 #include "screens/PosTab.h"
 
+#include "platform/KeyRules.h"
 #include "platform/Platform.h"
 #include "screens/Options.h"
 #include "screens/OptionsFields.h"
@@ -223,6 +224,8 @@ void SmsPanel::build(Control& panel)
         option, ControlKind::CheckBox, options::chkAllowMSMS, QStringLiteral("Allow Multiple SMS on Client(s)"));
     Control& cost = m_screen.addToFrame(panel, ControlKind::Frame, options::FSMSCost, QStringLiteral(" Cost per SMS:"));
     m_screen.addToFrame(cost, ControlKind::TextBox, options::txtSMScost);
+    for (const QString& text : {options::txtSMSAccount, options::txtSMSPassword, options::txtSMScost})
+        keyrules::selectAllOnFocus(m_screen[text]);
 }
 
 void SmsPanel::checkAccount()
