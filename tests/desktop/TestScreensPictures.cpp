@@ -109,6 +109,7 @@ private slots:
     void testGenAccTabs();
     void testGenAccQuickTicket();
     void testOptionsGeneral();
+    void testOptionsMonitorPosAutomationMaintenance();
     void testRecycleBin();
     void testAccountInfo();
 
@@ -274,6 +275,33 @@ void TestScreensPictures::testOptionsGeneral()
     // The custom bind shows the text box white and editable.
     QVERIFY(Operator::pick((*screen)[latin("cboBindType")], latin("CUSTOM SETTING")));
     render(*screen, latin("options-general.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsMonitorPosAutomationMaintenance()
+{
+    m_platform->setPrinters({latin("Office Laser")});
+    m_platform->setDefaultPrinter(latin("PDF"));
+    session().settings().save(keys::PrintBtype, latin("0"));
+    session().settings().save(keys::EnablePrint, latin("1"));
+    session().settings().save(keys::PingDisabled, latin("0"));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    Control& tabs = (*screen)[latin("TabStrip1")];
+    QVERIFY(Operator::chooseTab(tabs, 7));
+    QVERIFY((*screen)[latin("FPrintMonitor")].visible());
+    QVERIFY(Operator::tick((*screen)[latin("chkUserPrint")], true));
+    render(*screen, latin("options-print-monitor.png"));
+    QVERIFY(Operator::chooseTab(tabs, 10));
+    render(*screen, latin("options-pos.png"));
+    QVERIFY(Operator::chooseTab(tabs, 5));
+    QVERIFY(Operator::tick((*screen)[latin("chkPingPause")], true));
+    QVERIFY(Operator::tick((*screen)[latin("chkMOffline")], true));
+    render(*screen, latin("options-automated-action.png"));
+    QVERIFY(Operator::chooseTab(tabs, 6));
+    render(*screen, latin("options-maintenance.png"));
+    // Every page in a window of the same size.
+    for (const char* picture : {"options-pos.png", "options-automated-action.png", "options-maintenance.png"})
+        QCOMPARE(m_sizes.value(latin(picture)), m_sizes.value(latin("options-print-monitor.png")));
     screen->forceUnload();
 }
 
