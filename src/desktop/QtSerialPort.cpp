@@ -13,8 +13,8 @@ constexpr int writeTimeoutMs = 3000;
 
 QString QtSerialPort::devicePath(const QString& portName)
 {
-    static const QRegularExpression screenName(QStringLiteral("^(COM|LPT)([1-9][0-9]*)$"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression screenName(
+        QStringLiteral("^(COM|LPT)([1-9][0-9]*)$"), QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = screenName.match(portName);
     if (!match.hasMatch())
         return portName;

@@ -40,9 +40,8 @@ private:
 void registerTidyComponent(const Preferences& preferences, const QString& backupFolder)
 {
     const QString preferencesFolder = QFileInfo(preferences.filePath()).absolutePath();
-    ComponentRegistry::add(QString(TidyComponent::ProgId), [preferencesFolder, backupFolder] {
-        return std::make_unique<DesktopTidy>(preferencesFolder, backupFolder);
-    });
+    ComponentRegistry::add(QString(TidyComponent::ProgId),
+        [preferencesFolder, backupFolder] { return std::make_unique<DesktopTidy>(preferencesFolder, backupFolder); });
 }
 
 } // namespace marlet

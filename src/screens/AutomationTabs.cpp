@@ -156,8 +156,10 @@ void AutomatedActionTab::buildShutdown(Control& panel)
 {
     Control& frame
         = m_screen.addToFrame(panel, ControlKind::Frame, options::FShutTime, QStringLiteral("Time Active(s) Settings"));
-    Control& box = m_screen.addToFrame(
-        frame, ControlKind::CheckBox, options::chkShutTime, QStringLiteral("Shutdown Server and all Client(s) at Time"));
+    Control& box = m_screen.addToFrame(frame,
+        ControlKind::CheckBox,
+        options::chkShutTime,
+        QStringLiteral("Shutdown Server and all Client(s) at Time"));
     Control& picker = m_screen.addToFrame(frame, ControlKind::DateTimePicker, options::dtVShutTime);
     picker.setCustomFormat(QStringLiteral("HH:mm"));
     picker.setEnabled(false);
@@ -184,7 +186,8 @@ void AutomatedActionTab::load()
     m_screen[options::txtTOffline].setText(stored.text(keys::TOffline));
     m_screen[options::txtTOnline].setText(stored.text(keys::TOnline));
     const QTime time = QTime::fromString(stored.text(keys::VShutTime), QStringLiteral("H:mm"));
-    m_screen[options::dtVShutTime].setDateTime(QDateTime(m_screen.platform().today(), time.isValid() ? time : QTime(0, 0)));
+    m_screen[options::dtVShutTime].setDateTime(
+        QDateTime(m_screen.platform().today(), time.isValid() ? time : QTime(0, 0)));
     Control& timeout = m_screen[options::cboPingTimeout];
     for (int milliseconds = 100; milliseconds <= 20000; milliseconds += 100)
         timeout.addItem(QString::number(milliseconds));

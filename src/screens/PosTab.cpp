@@ -85,7 +85,8 @@ void PosTab::buildPort(Control& panel)
     Control& port = m_screen.addToFrame(
         portFrame, ControlKind::ComboBox, options::cboCOM, QStringLiteral("POS Communication Port:"));
     m_screen.trackChanges(port, Flag);
-    m_screen.addToFrame(portFrame, ControlKind::CommandButton, options::cmdTestPOS, QStringLiteral("Test POS Connection"))
+    m_screen
+        .addToFrame(portFrame, ControlKind::CommandButton, options::cmdTestPOS, QStringLiteral("Test POS Connection"))
         .onClick
         = [this] { testPort(); };
 
@@ -170,7 +171,8 @@ bool PosTab::askAndWrite(const QString& portText)
         platform.messageBox(QStringLiteral("Port not open!"), MsgStyle::Stop);
         return true;
     }
-    if (platform.messageBox(QStringLiteral("Is your POS connected to a COM port and switched ON?"), MsgStyle::YesNoQuestion)
+    if (platform.messageBox(
+            QStringLiteral("Is your POS connected to a COM port and switched ON?"), MsgStyle::YesNoQuestion)
         == MsgResult::No) {
         platform.messageBox(QStringLiteral("Connect the POS, Switch it ON and try testing again!"), MsgStyle::Stop);
         return true;
@@ -208,8 +210,8 @@ SmsPanel::SmsPanel(Options& screen)
 
 void SmsPanel::build(Control& panel)
 {
-    Control& account = m_screen.addToFrame(
-        panel, ControlKind::Frame, options::FSMSAccount, QStringLiteral("Account Information"));
+    Control& account
+        = m_screen.addToFrame(panel, ControlKind::Frame, options::FSMSAccount, QStringLiteral("Account Information"));
     m_screen.addToFrame(account, ControlKind::TextBox, options::txtSMSAccount, QStringLiteral("Username:"));
     m_screen.addToFrame(account, ControlKind::TextBox, options::txtSMSPassword, QStringLiteral("Password:"))
         .setPasswordChar(true);

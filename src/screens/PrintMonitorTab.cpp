@@ -112,8 +112,10 @@ void PrintMonitorTab::buildBill(Control& panel)
         QStringLiteral("Bill Printing by Time Deduction (in min/Page):"));
     Control& timeList = m_screen.addToFrame(frame, ControlKind::ComboBox, options::cboTimePrint);
     // Its caption carries the currency of the General tab; the tab's selection sets it.
-    Control& cost = m_screen.addToFrame(
-        frame, ControlKind::OptionButton, options::optBillCost, QStringLiteral("Bill Printing by Cost Deduction (in N/Page)"));
+    Control& cost = m_screen.addToFrame(frame,
+        ControlKind::OptionButton,
+        options::optBillCost,
+        QStringLiteral("Bill Printing by Cost Deduction (in N/Page)"));
     Control& costList = m_screen.addToFrame(frame, ControlKind::ComboBox, options::cboCostPrint);
     Control& printerBox = m_screen.addToFrame(frame,
         ControlKind::CheckBox,
@@ -168,7 +170,9 @@ void PrintMonitorTab::load()
 {
     const SessionPreferences stored = settings();
     const double mode = stored.number(keys::PrintBtype);
-    m_screen[mode == 1 ? options::optPrintAuthorization : mode == 0 ? options::optPrintDeduction : options::optPrintNone]
+    m_screen[mode == 1  ? options::optPrintAuthorization
+            : mode == 0 ? options::optPrintDeduction
+                        : options::optPrintNone]
         .setValue(1);
     m_screen[stored.truth(keys::Billtype) ? options::optBillTime : options::optBillCost].setValue(1);
 
@@ -227,17 +231,22 @@ void PrintMonitorTab::masterSwitch()
         m_screen[options::cboWordPrint].setEnabled(printerBox.isChecked());
         m_screen[options::cboWordCPrint].setEnabled(printerBox.isChecked());
     } else {
-        for (const QString& field :
-            {options::optBillTime, options::optBillCost, options::chkUserPrint, options::cboWordPrint, options::cboWordCPrint})
+        for (const QString& field : {options::optBillTime,
+                 options::optBillCost,
+                 options::chkUserPrint,
+                 options::cboWordPrint,
+                 options::cboWordCPrint})
             m_screen[field].setEnabled(false);
     }
 }
 
 void PrintMonitorTab::pickMode()
 {
-    optionsfields::markPicked(m_screen, {options::optPrintAuthorization, options::optPrintDeduction, options::optPrintNone});
+    optionsfields::markPicked(
+        m_screen, {options::optPrintAuthorization, options::optPrintDeduction, options::optPrintNone});
     if (!m_screen[options::optPrintDeduction].isChecked()) {
-        for (const QString& field : {options::optBillTime, options::optBillCost, options::chkUserPrint, options::FBillType})
+        for (const QString& field :
+            {options::optBillTime, options::optBillCost, options::chkUserPrint, options::FBillType})
             m_screen[field].setEnabled(false);
         for (const QString& list : Lists)
             m_screen[list].setEnabled(false);
@@ -271,8 +280,8 @@ void PrintMonitorTab::apply(Recordset&)
     for (const CheckField& box : ClientBoxes)
         stored.save(*box.key, optionsfields::checkValue(m_screen[box.name]));
     const QString mode = m_screen[options::optPrintAuthorization].isChecked() ? QStringLiteral("1")
-        : m_screen[options::optPrintNone].isChecked()                           ? QStringLiteral("2")
-                                                                                : QStringLiteral("0");
+        : m_screen[options::optPrintNone].isChecked()                         ? QStringLiteral("2")
+                                                                              : QStringLiteral("0");
     stored.save(keys::PrintBtype, mode);
     stored.save(keys::Billtype, optionsfields::yesNoText(m_screen[options::optBillTime].isChecked()));
     stored.save(keys::TimePrint, m_screen[options::cboTimePrint].text());

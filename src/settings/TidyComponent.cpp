@@ -60,23 +60,33 @@ bool TidyComponent::LoadCleanUp(Connection& connection)
     const TicketCleanUp cleanUp {SessionPreferences(m_preferences, QString(ProductWord))};
     const TicketCleanUp::Result result = cleanUp.run(connection, m_platform.now());
     if (!result.error.isEmpty())
-        return failed(QStringLiteral("The clean-up stopped after %1 ticket(s): %2").arg(result.removed).arg(result.error));
+        return failed(
+            QStringLiteral("The clean-up stopped after %1 ticket(s): %2").arg(result.removed).arg(result.error));
     m_platform.messageBox(QStringLiteral("%1 used-up ticket(s) removed.").arg(result.removed), MsgStyle::Info);
     return true;
 }
 
-bool TidyComponent::LoadBackUp(Connection& connection)
+std::optional<QString> TidyComponent::askForFile(const QString& title, const QString& proposed)
 {
     FileDialogRequest request;
-    request.title = QStringLiteral("Backup the Database");
+    request.title = title;
     request.filter = BackupFilter;
     request.initialDir = m_backupFolder;
-    request.fileName = QDir(m_backupFolder)
-                           .filePath(QStringLiteral("marlet-%1.bak")
-                                         .arg(m_platform.now().toString(QStringLiteral("yyyyMMdd-HHmm"))));
-    request.save = true;
-    const std::optional<QString> path = m_platform.fileDialog(request);
-    if (!path || path->isEmpty())
+    request.fileName = proposed;
+    request.save = !proposed.isEmpty();
+    std::optional<QString> path = m_platform.fileDialog(request);
+    if (path && path->isEmpty())
+        return std::nullopt;
+    return path;
+}
+
+bool TidyComponent::LoadBackUp(Connection& connection)
+{
+    const QString proposed = QDir(m_backupFolder)
+                                 .filePath(QStringLiteral("marlet-%1.bak")
+                                               .arg(m_platform.now().toString(QStringLiteral("yyyyMMdd-HHmm"))));
+    const std::optional<QString> path = askForFile(QStringLiteral("Backup the Database"), proposed);
+    if (!path)
         return true;
     if (const QString error = databasecopy::backup(connection, *path); !error.isEmpty())
         return failed(QStringLiteral("The backup failed: ") + error);
@@ -86,12 +96,8 @@ bool TidyComponent::LoadBackUp(Connection& connection)
 
 bool TidyComponent::LoadRestore(Connection& connection)
 {
-    FileDialogRequest request;
-    request.title = QStringLiteral("Restore the Database from a Backup");
-    request.filter = BackupFilter;
-    request.initialDir = m_backupFolder;
-    const std::optional<QString> path = m_platform.fileDialog(request);
-    if (!path || path->isEmpty())
+    const std::optional<QString> path = askForFile(QStringLiteral("Restore the Database from a Backup"), QString());
+    if (!path)
         return true;
     if (const QString error = databasecopy::checkBackup(*path); !error.isEmpty())
         return failed(QStringLiteral("This backup cannot be restored: ") + error);
@@ -108,7 +114,8 @@ bool TidyComponent::LoadRestore(Connection& connection)
     if (const QString error = databasecopy::restore(connection, *path); !error.isEmpty())
         return failed(QStringLiteral("The restore failed: ") + error);
     m_platform.messageBox(
-        QStringLiteral("The database was restored from %1\nThe database as it was before is kept in %2").arg(*path, kept),
+        QStringLiteral("The database was restored from %1\nThe database as it was before is kept in %2")
+            .arg(*path, kept),
         MsgStyle::Info);
     return true;
 }

@@ -6,6 +6,8 @@
 #include <QLatin1StringView>
 #include <QString>
 
+#include <optional>
+
 namespace marlet {
 
 // The maintenance component built into Marlet, reached by the name "Brisling.Tidy". Each operation
@@ -40,6 +42,9 @@ public:
 
 private:
     bool failed(const QString& message);
+    // A file dialog over the backup folder: a save dialog proposing `proposed`, or an open dialog
+    // when nothing is proposed. Nothing when the operator cancels.
+    std::optional<QString> askForFile(const QString& title, const QString& proposed);
 
     Platform& m_platform;
     Preferences m_preferences;

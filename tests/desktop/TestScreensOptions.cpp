@@ -1,11 +1,11 @@
 #include "component/Component.h"
 #include "desktop/ComponentRegistry.h"
 #include "desktop/QtPlatform.h"
+#include "desktop/TidyRegistration.h"
 #include "store/Recordset.h"
 #include "support/DesktopCafe.h"
 #include "support/ScreenDriver.h"
 #include "support/StoreTestDatabase.h"
-#include "desktop/TidyRegistration.h"
 
 #include <QFileDialog>
 #include <QProcess>
@@ -159,10 +159,7 @@ void TestScreensOptions::testPosTestWritesToTheSerialLine()
     const QString far = lines.filePath(latin("display"));
     QProcess socat;
     socat.start(latin("socat"),
-        {latin("-d"),
-            latin("-d"),
-            latin("pty,raw,echo=0,link=") + near,
-            latin("pty,raw,echo=0,link=") + far});
+        {latin("-d"), latin("-d"), latin("pty,raw,echo=0,link=") + near, latin("pty,raw,echo=0,link=") + far});
     QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
     const int display = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
@@ -264,10 +261,11 @@ void TestScreensOptions::testBackupAndRestoreRoundTrip()
     });
     chooseFile(driver, backup);
     driver.answer(restoreQuestion, QMessageBox::Yes);
-    driver.answer(latin("The database was restored from ") + backup + latin("\nThe database as it was before is kept in ")
-            + desk.database.path() + latin(".before-restore"),
+    driver.answer(latin("The database was restored from ") + backup
+            + latin("\nThe database as it was before is kept in ") + desk.database.path() + latin(".before-restore"),
         QMessageBox::Ok);
-    driver.onForm(latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton); });
+    driver.onForm(
+        latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton); });
     desk.run();
     QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
     QVERIFY(driver.done());

@@ -182,7 +182,8 @@ private slots:
             << QStringLiteral("ADMINISTRATOR") << qint16(-1) << 10000 << true;
         QTest::newRow("10000 closes it for anyone else under power")
             << QStringLiteral("CLERK") << qint16(-1) << 10000 << false;
-        QTest::newRow("10000 opens it for anyone without power") << QStringLiteral("CLERK") << qint16(0) << 10000 << true;
+        QTest::newRow("10000 opens it for anyone without power")
+            << QStringLiteral("CLERK") << qint16(0) << 10000 << true;
     }
 
     void testSliderEndsSwitchTheAdministratorPower()

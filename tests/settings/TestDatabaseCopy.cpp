@@ -202,7 +202,8 @@ private slots:
         QCOMPARE(firstValue(path, QStringLiteral("select count(*) from Account where Username glob 'BULK*'")),
             QStringLiteral("30000"));
         // Whatever the copy holds of the writer, it holds it without a gap: one moment's state.
-        const int held = firstValue(path, QStringLiteral("select count(*) from Account where Username glob 'W*'")).toInt();
+        const int held
+            = firstValue(path, QStringLiteral("select count(*) from Account where Username glob 'W*'")).toInt();
         QCOMPARE(firstValue(path,
                      QStringLiteral("select max(cast(substr(Username, 2) as integer)) from Account where Username "
                                     "glob 'W*'"))
@@ -211,8 +212,8 @@ private slots:
 
         // Restored, the live database is that state, intact.
         QCOMPARE(databasecopy::restore(m_db->connection(), path), QString());
-        QCOMPARE(countOf(m_db->connection(), QStringLiteral("Select * from Account where Username like 'W%'")),
-            long(held));
+        QCOMPARE(
+            countOf(m_db->connection(), QStringLiteral("Select * from Account where Username like 'W%'")), long(held));
         m_db->connection().Close();
         QCOMPARE(firstValue(m_db->path(), QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
     }

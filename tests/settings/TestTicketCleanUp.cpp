@@ -68,7 +68,8 @@ private slots:
         QCOMPARE(result.removed, 2L);
         QCOMPARE(names(QStringLiteral("Account")),
             QStringList({QStringLiteral("LEFT"), QStringLiteral("MEMBER0"), QStringLiteral("UNUSED0")}));
-        QCOMPARE(names(QStringLiteral("RecycleBin")), QStringList({QStringLiteral("USED0"), QStringLiteral("USEDNEG")}));
+        QCOMPARE(
+            names(QStringLiteral("RecycleBin")), QStringList({QStringLiteral("USED0"), QStringLiteral("USEDNEG")}));
         Recordset bin;
         QVERIFY(bin.Open(Statement(QStringLiteral("Select DateTimeDeleted, Reason from RecycleBin")),
             connection(),

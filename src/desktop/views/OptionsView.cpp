@@ -214,15 +214,18 @@ QWidget* automatedActionPage(ViewKit& kit, QWidget* area)
     sized(kit.addRow(*address, options::txtIPPing, page), bindFieldWidth);
     rows->addLayout(address);
     rows->addLayout(column(kit, page, {options::chkPingDisabled, options::chkPingPause, options::chkPingLogging}));
-    rows->addLayout(line({kit.make(options::chkMOffline, page), sized(kit.make(options::txtTOffline, page), bindFieldWidth)}));
-    rows->addLayout(line({kit.make(options::chkMOnline, page), sized(kit.make(options::txtTOnline, page), bindFieldWidth)}));
+    rows->addLayout(
+        line({kit.make(options::chkMOffline, page), sized(kit.make(options::txtTOffline, page), bindFieldWidth)}));
+    rows->addLayout(
+        line({kit.make(options::chkMOnline, page), sized(kit.make(options::txtTOnline, page), bindFieldWidth)}));
     QFormLayout* counts = formLayout();
     sized(kit.addRow(*counts, options::txtNoPing, page), shortFieldWidth);
     sized(kit.addRow(*counts, options::cboPingTimeout, page), portFieldWidth);
     rows->addLayout(counts);
     QGroupBox* shutdown = group(kit, page, options::FShutTime);
     auto* shutdownRow = new QHBoxLayout(shutdown);
-    addAll(*shutdownRow, {kit.make(options::chkShutTime, shutdown), sized(kit.make(options::dtVShutTime, shutdown), portFieldWidth)});
+    addAll(*shutdownRow,
+        {kit.make(options::chkShutTime, shutdown), sized(kit.make(options::dtVShutTime, shutdown), portFieldWidth)});
     shutdownRow->addStretch(1);
     addAll(*rows, {shutdown});
     rows->addStretch(1);
