@@ -82,9 +82,10 @@ std::optional<QString> TidyComponent::askForFile(const QString& title, const QSt
 
 bool TidyComponent::LoadBackUp(Connection& connection)
 {
-    const QString proposed = QDir(m_backupFolder)
-                                 .filePath(QStringLiteral("marlet-%1.bak")
-                                               .arg(m_platform.now().toString(QStringLiteral("yyyyMMdd-HHmm"))));
+    const QString proposed
+        = QDir(m_backupFolder)
+              .filePath(
+                  QStringLiteral("marlet-%1.bak").arg(m_platform.now().toString(QStringLiteral("yyyyMMdd-HHmm"))));
     const std::optional<QString> path = askForFile(QStringLiteral("Backup the Database"), proposed);
     if (!path)
         return true;
