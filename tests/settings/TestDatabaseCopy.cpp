@@ -3,9 +3,13 @@
 #include "store/Recordset.h"
 #include "support/StoreTestDatabase.h"
 
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -214,6 +218,54 @@ private slots:
         QCOMPARE(databasecopy::restore(m_db->connection(), path), QString());
         QCOMPARE(
             countOf(m_db->connection(), QStringLiteral("Select * from Account where Username like 'W%'")), long(held));
+        m_db->connection().Close();
+        QCOMPARE(firstValue(m_db->path(), QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
+    }
+
+    // The same with another program, the sqlite3 shell, adding tickets one statement at a time.
+    void testBackupWhileAnotherProcessAddsTickets()
+    {
+        const QString shell = QStandardPaths::findExecutable(QStringLiteral("sqlite3"));
+        QVERIFY2(!shell.isEmpty(), "the sqlite3 shell is needed (scripts/packages.txt)");
+        // Each statement commits on its own; the writer need not wait for the disk.
+        QByteArray script = ".timeout 10000\nPRAGMA synchronous = OFF;\n";
+        for (int i = 1; i <= 5000; ++i)
+            script += "INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, NEW, Member) VALUES "
+                      "('261121100000', '001', 'P"
+                + QByteArray::number(i) + "', 'PW', 3600, 1, 0);\n";
+        const QString scriptFile = m_dir->filePath(QStringLiteral("writer.sql"));
+        QFile file(scriptFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(script);
+        file.close();
+        QProcess writer;
+        writer.start(shell, {m_db->path(), QStringLiteral(".read ") + scriptFile});
+        QVERIFY(writer.waitForStarted());
+
+        const QString written = QStringLiteral("Select * from Account where Username like 'P%'");
+        QElapsedTimer waited;
+        waited.start();
+        while (countOf(m_db->connection(), written) < 100 && waited.elapsed() < 10000)
+            QThread::msleep(2);
+        // Everything the other program has committed by now.
+        const long before = countOf(m_db->connection(), written);
+        const QString path = m_dir->filePath(QStringLiteral("process.bak"));
+        QCOMPARE(databasecopy::backup(m_db->connection(), path), QString());
+        // The other program was writing all along.
+        QCOMPARE(writer.state(), QProcess::Running);
+        QVERIFY(writer.waitForFinished(60000));
+        QCOMPARE(writer.exitCode(), 0);
+        QCOMPARE(countOf(m_db->connection(), written), 5000L);
+
+        QCOMPARE(firstValue(path, QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
+        QCOMPARE(firstValue(path,
+                     QStringLiteral("select count(*) from Account where Username glob 'P*' and cast(substr(Username, 2) "
+                                    "as integer) <= %1")
+                         .arg(before))
+                     .toLong(),
+            before);
+        QCOMPARE(databasecopy::restore(m_db->connection(), path), QString());
+        QVERIFY(countOf(m_db->connection(), written) >= before);
         m_db->connection().Close();
         QCOMPARE(firstValue(m_db->path(), QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
     }
