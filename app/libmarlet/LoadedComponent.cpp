@@ -9,6 +9,7 @@
 #ifdef MARLET_WITH_DESKTOP
 #include "desktop/QtPlatform.h"
 #include "desktop/ReportComponent.h"
+#include "desktop/TidyRegistration.h"
 #endif
 
 namespace {
@@ -49,5 +50,6 @@ marlet_component::marlet_component(const QString& preferencesFolder, const QStri
 {
 #ifdef MARLET_WITH_DESKTOP
     marlet::registerReportComponent(component.preferences());
+    marlet::registerTidyComponent(component.preferences(), component.session().applicationFolder());
 #endif
 }

@@ -23,6 +23,7 @@
 #ifdef MARLET_WITH_DESKTOP
 #include "desktop/QtPlatform.h"
 #include "desktop/ReportComponent.h"
+#include "desktop/TidyRegistration.h"
 
 #include <QApplication>
 #endif
@@ -187,6 +188,7 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
                         options.value(QStringLiteral("app-dir")));
 #ifdef MARLET_WITH_DESKTOP
     registerReportComponent(component.preferences());
+    registerTidyComponent(component.preferences(), component.session().applicationFolder());
 #endif
     return runEntryOperation(command, options, component);
 }

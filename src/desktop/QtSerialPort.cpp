@@ -1,5 +1,7 @@
 #include "desktop/QtSerialPort.h"
 
+#include <QRegularExpression>
+
 namespace marlet {
 
 namespace {
@@ -9,11 +11,27 @@ constexpr int writeTimeoutMs = 3000;
 
 } // namespace
 
+QString QtSerialPort::devicePath(const QString& portName)
+{
+    static const QRegularExpression screenName(
+        QStringLiteral("^(COM|LPT)([1-9][0-9]*)$"), QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = screenName.match(portName);
+    if (!match.hasMatch())
+        return portName;
+    const QString name = portName.toUpper();
+    const QString set = qEnvironmentVariable(qPrintable(QStringLiteral("MARLET_PORT_") + name));
+    if (!set.isEmpty())
+        return set;
+    const int number = match.captured(2).toInt();
+    return (name.startsWith(QLatin1String("COM")) ? QStringLiteral("/dev/ttyS") : QStringLiteral("/dev/lp"))
+        + QString::number(number - 1);
+}
+
 bool QtSerialPort::open(const QString& portName, int baud)
 {
     if (m_port.isOpen())
         m_port.close();
-    m_port.setPortName(portName);
+    m_port.setPortName(devicePath(portName));
     if (!m_port.open(QIODevice::ReadWrite))
         return false;
     const bool configured = m_port.setBaudRate(baud) && m_port.setDataBits(QSerialPort::Data8)

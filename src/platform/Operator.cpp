@@ -174,6 +174,15 @@ bool tick(Control& checkBox, bool ticked)
     return true;
 }
 
+bool slide(Control& slider, int value)
+{
+    if (!slider.canFocus())
+        return false;
+    focus(slider);
+    slider.setValue(qBound(slider.minimum(), value, slider.maximum()));
+    return true;
+}
+
 void dropDown(Control& list)
 {
     if (focus(list) && list.onDropDown)

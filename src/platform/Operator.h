@@ -33,6 +33,9 @@ bool pick(Control& list, int index);
 bool pick(Control& list, const QString& text);
 // Ticks or clears a check box (a click when the value changes).
 bool tick(Control& checkBox, bool ticked);
+// Moves a slider to the value, kept within its range: the slider takes the focus, and its change
+// event fires when the value changes.
+bool slide(Control& slider, int value);
 // Opens the drop-down part of a combo box.
 void dropDown(Control& list);
 // Chooses a tab of a tab strip (1-based); the strip's before-click may refuse.

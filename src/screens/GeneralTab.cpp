@@ -3,6 +3,7 @@
 #include "platform/KeyRules.h"
 #include "platform/Platform.h"
 #include "screens/Options.h"
+#include "screens/OptionsFields.h"
 #include "screens/OptionsNames.h"
 #include "session/Session.h"
 #include "store/PreferenceKeys.h"
@@ -37,13 +38,7 @@ const CheckField FrontDeskBox {options::chkFrontDesk, &keys::FrontDesk};
 const CheckField SiteDateBox {options::chkSiteDate, &keys::SiteDate};
 const CheckField LogLimitBox {options::chkLogLimit, &keys::LogLimit};
 
-// A check box takes a stored check value it can show; any other text leaves it as it stands.
-void showCheckValue(Control& box, const QString& stored)
-{
-    const std::optional<qint16> value = values::toInt16(stored);
-    if (value && *value >= CheckState::Unchecked && *value <= CheckState::Grayed)
-        box.setValue(*value);
-}
+using optionsfields::showCheckValue;
 
 bool blank(const QString& text)
 {

@@ -214,6 +214,7 @@ void Options::switchTab()
     const int flag = m_tabFlags[size_t(position - 1)];
     Control& panel = *m_panels[size_t(flag)];
     panel.setGeometry(PanelLeft, PanelTop, PanelWidth, PanelHeight);
+    m_pages[size_t(flag)]->selected();
     if (!m_tabLoaded[size_t(flag)]) {
         m_pages[size_t(flag)]->load();
         m_tabLoaded[size_t(flag)] = true;

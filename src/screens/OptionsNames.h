@@ -186,6 +186,85 @@ inline const QString txtCafeSystem = QStringLiteral("txtCafeSystem");
 inline const QString cmdAddCafeClient = QStringLiteral("cmdAddCafeClient");
 inline const QString cmdRemoveCafeClient = QStringLiteral("cmdRemoveCafeClient");
 inline const QString lstCafes = QStringLiteral("lstCafes");
+// Print Monitor: the master switch, the three modes, the bill by time or by cost with a rate of its
+// own for one printer, and what the clients do around a print.
+inline const QString chkEnablePrint = QStringLiteral("chkEnablePrint");
+inline const QString FPrintMode = QStringLiteral("FPrintMode");
+inline const QString optPrintAuthorization = QStringLiteral("optPrintAuthorization");
+inline const QString optPrintDeduction = QStringLiteral("optPrintDeduction");
+inline const QString optPrintNone = QStringLiteral("optPrintNone");
+inline const QString FBillType = QStringLiteral("FBillType");
+inline const QString optBillTime = QStringLiteral("optBillTime");
+inline const QString cboTimePrint = QStringLiteral("cboTimePrint");
+inline const QString optBillCost = QStringLiteral("optBillCost");
+inline const QString cboCostPrint = QStringLiteral("cboCostPrint");
+inline const QString chkUserPrint = QStringLiteral("chkUserPrint");
+inline const QString cboWordPrint = QStringLiteral("cboWordPrint");
+inline const QString cboWordCPrint = QStringLiteral("cboWordCPrint");
+inline const QString lblPrintUnit = QStringLiteral("lblPrintUnit");
+inline const QString chkWaitPrint = QStringLiteral("chkWaitPrint");
+inline const QString chkOtherPrint = QStringLiteral("chkOtherPrint");
+inline const QString chkReportPrint = QStringLiteral("chkReportPrint");
+inline const QString chkDefaultPrinter = QStringLiteral("chkDefaultPrinter");
+
+// POS: the lines a point-of-sale ticket shows, the kind of POS, its port with the test, its speed.
+inline const QString FTicketDisplay = QStringLiteral("FTicketDisplay");
+inline const QString chkStitle = QStringLiteral("chkStitle");
+inline const QString chkType = QStringLiteral("chkType");
+inline const QString chkSGroup = QStringLiteral("chkSGroup");
+inline const QString chkSUserL = QStringLiteral("chkSUserL");
+inline const QString chkSAddr = QStringLiteral("chkSAddr");
+inline const QString chkSPassL = QStringLiteral("chkSPassL");
+inline const QString FPOSType = QStringLiteral("FPOSType");
+inline const QString optDevicePOS = QStringLiteral("optDevicePOS");
+inline const QString optActivationPOS = QStringLiteral("optActivationPOS");
+inline const QString FPOSPort = QStringLiteral("FPOSPort");
+inline const QString cboCOM = QStringLiteral("cboCOM");
+inline const QString cmdTestPOS = QStringLiteral("cmdTestPOS");
+inline const QString FPOSSpeed = QStringLiteral("FPOSSpeed");
+inline const QString cboPOSspeed = QStringLiteral("cboPOSspeed");
+
+// The SMS panel, which no tab shows.
+inline const QString FSMSAccount = QStringLiteral("FSMSAccount");
+inline const QString txtSMSAccount = QStringLiteral("txtSMSAccount");
+inline const QString txtSMSPassword = QStringLiteral("txtSMSPassword");
+inline const QString cmdCheckSMS = QStringLiteral("cmdCheckSMS");
+inline const QString lblSMSStatus = QStringLiteral("lblSMSStatus");
+inline const QString FSMSOption = QStringLiteral("FSMSOption");
+inline const QString chkAllowSMS = QStringLiteral("chkAllowSMS");
+inline const QString chkAllowMSMS = QStringLiteral("chkAllowMSMS");
+inline const QString FSMSCost = QStringLiteral("FSMSCost");
+inline const QString txtSMScost = QStringLiteral("txtSMScost");
+
+// Automated Action: the ping monitor and its reactions, and the shutdown at a set time.
+inline const QString txtIPPing = QStringLiteral("txtIPPing");
+inline const QString chkPingDisabled = QStringLiteral("chkPingDisabled");
+inline const QString chkPingPause = QStringLiteral("chkPingPause");
+inline const QString chkPingLogging = QStringLiteral("chkPingLogging");
+inline const QString chkMOffline = QStringLiteral("chkMOffline");
+inline const QString txtTOffline = QStringLiteral("txtTOffline");
+inline const QString chkMOnline = QStringLiteral("chkMOnline");
+inline const QString txtTOnline = QStringLiteral("txtTOnline");
+inline const QString txtNoPing = QStringLiteral("txtNoPing");
+inline const QString cboPingTimeout = QStringLiteral("cboPingTimeout");
+inline const QString FShutTime = QStringLiteral("FShutTime");
+inline const QString chkShutTime = QStringLiteral("chkShutTime");
+inline const QString dtVShutTime = QStringLiteral("dtVShutTime");
+
+// Maintenance: the clean-up and backup schedules with their buttons, the recycle bin's size.
+inline const QString FCleanUp = QStringLiteral("FCleanUp");
+inline const QString cboCleanUpTime = QStringLiteral("cboCleanUpTime");
+inline const QString chkEnableCleanUp = QStringLiteral("chkEnableCleanUp");
+inline const QString cmdCleanUp = QStringLiteral("cmdCleanUp");
+inline const QString FBackUp = QStringLiteral("FBackUp");
+inline const QString cboBackUpTime = QStringLiteral("cboBackUpTime");
+inline const QString chkEnableBackUp = QStringLiteral("chkEnableBackUp");
+inline const QString cmdBackUp = QStringLiteral("cmdBackUp");
+inline const QString cmdRestore = QStringLiteral("cmdRestore");
+inline const QString lblRecycleBinSize = QStringLiteral("lblRecycleBinSize");
+inline const QString sldRecycleBinSize = QStringLiteral("sldRecycleBinSize");
+inline const QString chkMoveToRecycle = QStringLiteral("chkMoveToRecycle");
+inline const QString chkProgramLog = QStringLiteral("chkProgramLog");
 
 // The panel of each page, by flag.
 inline const std::array<QString, 11> Panels {FGeneral,

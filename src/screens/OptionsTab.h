@@ -19,6 +19,8 @@ public:
     virtual void build(Control& panel) = 0;
     // Fills the fields from the stores. Its flag is still clear, so filling marks no change.
     virtual void load() = 0;
+    // Runs every time the page's tab is selected, before the load of the first visit.
+    virtual void selected() { }
     // Runs first when the operator applies, before anything is saved: false stops the saving (the
     // page has shown its message and put the focus where it belongs).
     virtual bool check() { return true; }

@@ -195,9 +195,8 @@ void TicketSettingTab::loadActivation()
     showCheckValue(activation, stored.text(keys::ActivateTk));
     // Activation needs the hardware point of sale: as the POS page shows it once that page has been
     // visited, as stored before.
-    const Control* device = m_screen.find(QStringLiteral("Device POS (Hardware POS)"));
-    if (m_screen.tabLoaded(PosFlag) && device)
-        activation.setEnabled(device->value() != 0);
+    if (m_screen.tabLoaded(PosFlag))
+        activation.setEnabled(m_screen[options::optDevicePOS].value() != 0);
     else
         activation.setEnabled(stored.truth(keys::pos::POSType));
 }

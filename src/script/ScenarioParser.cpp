@@ -36,7 +36,8 @@ const Syntax syntaxTable[] = {
     {CommandId::Pref, "pref <application> <section> <key> <value>"},
     {CommandId::Printer, "printer none"},
     {CommandId::Printer, "printer <name>"},
-    {CommandId::Component, "component <progid> [fails]"},
+    {CommandId::Component, "component <progid> [fails] [built-in]"},
+    {CommandId::SerialPorts, "serial ports <state:work|none>"},
     {CommandId::ExpectMessage,
         "expect message <text> style <style:int> [title <title>] [answer "
         "<answer:ok|cancel|abort|retry|ignore|yes|no>]"},
@@ -59,6 +60,7 @@ const Syntax syntaxTable[] = {
     {CommandId::Pick, "pick <control> <item>"},
     {CommandId::Tick, "tick <control>"},
     {CommandId::Untick, "untick <control>"},
+    {CommandId::Slide, "slide <control> <value:int>"},
     {CommandId::DropDown, "drop down <control>"},
     {CommandId::GridClick, "grid <control> <button:click|right-click> row <row:int> [col <col:int>]"},
     {CommandId::AtYield, "at yield <n:int> <command:command>"},

@@ -5,10 +5,12 @@
 #include "platform/GridData.h"
 #include "platform/Operator.h"
 #include "script/ControlProperties.h"
+#include "settings/TidyComponent.h"
 #include "store/Preferences.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace marlet {
 
@@ -158,6 +160,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::Pref:
     case CommandId::Printer:
     case CommandId::Component:
+    case CommandId::SerialPorts:
         return executeSetup(command);
     case CommandId::ExpectMessage:
     case CommandId::ExpectInput:
@@ -211,7 +214,13 @@ void ScenarioRunner::executeSetup(const ScenarioCommand& command)
         m_platform.setDefaultPrinter(arg("name"));
         break;
     case CommandId::Component:
-        m_platform.addRecordingComponent(arg("progid"), !command.has(QStringLiteral("fails")));
+        if (command.has(QStringLiteral("built-in")))
+            addBuiltInComponent(arg("progid"));
+        else
+            m_platform.addRecordingComponent(arg("progid"), !command.has(QStringLiteral("fails")));
+        break;
+    case CommandId::SerialPorts:
+        m_platform.setSerialPortWorks(arg("state") == QLatin1String("work"));
         break;
     default:
         break;
@@ -229,7 +238,7 @@ void ScenarioRunner::executeExpectation(const ScenarioCommand& command)
     switch (command.id) {
     case CommandId::ExpectMessage: {
         ScriptedPlatform::ExpectedMessage expected;
-        expected.text = command.arg(QStringLiteral("text"));
+        expected.text = inRun(command.arg(QStringLiteral("text")));
         expected.style = command.intArg(QStringLiteral("style"));
         expected.title = optional("title").value_or(MessageTitle());
         expected.answer = answerFromName(command.arg(QStringLiteral("answer")));
@@ -247,9 +256,13 @@ void ScenarioRunner::executeExpectation(const ScenarioCommand& command)
     case CommandId::ExpectMenu:
         m_platform.expectMenu({optional("item"), origin});
         break;
-    case CommandId::ExpectFile:
-        m_platform.expectFileDialog(optional("path"), origin);
+    case CommandId::ExpectFile: {
+        std::optional<QString> path = optional("path");
+        if (path)
+            path = inRun(*path);
+        m_platform.expectFileDialog(path, origin);
         break;
+    }
     case CommandId::ExpectColor:
         m_platform.expectColorDialog(command.has(QStringLiteral("color"))
                 ? std::optional<int>(command.intArg(QStringLiteral("color")))
@@ -279,6 +292,22 @@ void ScenarioRunner::runStatement(const QString& statement)
     const QString error = m_database->execute(statement);
     if (!error.isEmpty())
         fail(QStringLiteral("the statement failed: ") + error);
+}
+
+QString ScenarioRunner::inRun(const QString& text) const
+{
+    return QString(text).replace(QLatin1String("<run>"), m_workFolder.path());
+}
+
+void ScenarioRunner::addBuiltInComponent(const QString& progId)
+{
+    if (progId.compare(TidyComponent::ProgId, Qt::CaseInsensitive) != 0)
+        return fail(QStringLiteral("there is no built-in component ") + progId);
+    const QString preferencesFolder = QFileInfo(m_preferences->filePath()).absolutePath();
+    const QString backupFolder = m_workFolder.path();
+    m_platform.registerComponent(progId, [this, preferencesFolder, backupFolder]() -> std::unique_ptr<NamedComponent> {
+        return std::make_unique<TidyComponent>(m_platform, preferencesFolder, backupFolder);
+    });
 }
 
 void ScenarioRunner::openOperation(const ScenarioCommand& command)
@@ -359,6 +388,10 @@ void ScenarioRunner::executeAction(const ScenarioCommand& command)
         break;
     case CommandId::ChooseTab:
         return chooseTab(command, *control);
+    case CommandId::Slide:
+        if (requireKind(*control, {ControlKind::Slider}))
+            Operator::slide(*control, command.intArg(QStringLiteral("value")));
+        break;
     case CommandId::DropDown:
         if (requireKind(*control, {ControlKind::ComboBox}))
             Operator::dropDown(*control);

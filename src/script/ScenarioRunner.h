@@ -50,6 +50,9 @@ private:
     void openOperation(const ScenarioCommand& command);
     void newDatabase();
     void runStatement(const QString& statement);
+    void addBuiltInComponent(const QString& progId);
+    // The text with <run> standing for the temporary folder of the run.
+    QString inRun(const QString& text) const;
     void atYield(const ScenarioCommand& command);
 
     void keyboardAction(const ScenarioCommand& command, Control& control);

@@ -35,6 +35,8 @@ public:
 
     // Drops the kept statements; the handle can then be closed.
     void finalizeAll();
+    // The database handle, for the work that copies a whole database (backup and restore).
+    sqlite3* handle() const { return m_handle; }
 
     // The declared type a column is created with, and back.
     static QString typeName(ColumnType type);

@@ -2,6 +2,7 @@
 #include "desktop/FormDialog.h"
 #include "desktop/InputBoxDialog.h"
 #include "desktop/QtPlatform.h"
+#include "desktop/QtSerialPort.h"
 #include "desktop/Units.h"
 #include "platform/Form.h"
 
@@ -210,6 +211,8 @@ private slots:
     void testPopupMenuEscapeChoosesNothing();
     void testSerialPortWritesToLine();
     void testSerialPortMissing();
+    void testSerialPortNames_data();
+    void testSerialPortNames();
     void testStartProgramWaits();
     void testStartProgramMissing();
 
@@ -681,6 +684,33 @@ void TestQtPlatform::testSerialPortMissing()
     QVERIFY(!port->open(latin("/dev/no-such-port"), 9600));
     QVERIFY(!port->isOpen());
     QVERIFY(!port->write("x"));
+}
+
+void TestQtPlatform::testSerialPortNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QString>("device");
+    QTest::newRow("COM1 is the first serial device") << latin("COM1") << QString() << latin("/dev/ttyS0");
+    QTest::newRow("COM4") << latin("COM4") << QString() << latin("/dev/ttyS3");
+    QTest::newRow("LPT2 is the second printer port") << latin("LPT2") << QString() << latin("/dev/lp1");
+    QTest::newRow("a name in any case") << latin("com2") << QString() << latin("/dev/ttyS1");
+    QTest::newRow("the environment sets the device") << latin("COM1") << latin("/dev/ttyUSB0") << latin("/dev/ttyUSB0");
+    QTest::newRow("a path stands as it is") << latin("/dev/pts/7") << QString() << latin("/dev/pts/7");
+    QTest::newRow("another name stands as it is") << latin("ttyACM0") << QString() << latin("ttyACM0");
+}
+
+void TestQtPlatform::testSerialPortNames()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, setting);
+    QFETCH(QString, device);
+    const QByteArray variable = "MARLET_PORT_" + name.toUpper().toLatin1();
+    if (!setting.isEmpty())
+        qputenv(variable.constData(), setting.toLocal8Bit());
+    const QString mapped = QtSerialPort::devicePath(name);
+    qunsetenv(variable.constData());
+    QCOMPARE(mapped, device);
 }
 
 void TestQtPlatform::testStartProgramWaits()

@@ -1,12 +1,19 @@
 #include "component/Component.h"
+#include "desktop/ComponentRegistry.h"
 #include "desktop/QtPlatform.h"
+#include "desktop/TidyRegistration.h"
 #include "store/Recordset.h"
 #include "support/DesktopCafe.h"
 #include "support/ScreenDriver.h"
 #include "support/StoreTestDatabase.h"
 
+#include <QFileDialog>
+#include <QProcess>
+
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -14,6 +21,10 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace marlet {
 
@@ -127,6 +138,8 @@ private slots:
     void testIncludeExcludeAddsAClient();
     void testStaffAccountCreatedThenChangedBehindItsOldPassword();
     void testQuickTicketAndCafeList();
+    void testPosTestWritesToTheSerialLine();
+    void testBackupAndRestoreRoundTrip();
 };
 
 void TestScreensOptions::testTabsAndTips()
@@ -344,6 +357,130 @@ void TestScreensOptions::testQuickTicketAndCafeList()
     QVERIFY(driver.done());
     QCOMPARE(desk.query("select TicketType from QuickT"), latin("60min(s) - N50 [Time Ticket]"));
     QCOMPARE(desk.query("select Cafename, SystemName from Cafe"), latin("2 | PC-B"));
+}
+
+// A café owner tests the POS display: the test text reaches the far end of a serial line, a
+// pseudo-terminal pair made by socat, byte for byte with its line ending.
+void TestScreensOptions::testPosTestWritesToTheSerialLine()
+{
+    QTemporaryDir lines;
+    const QString near = lines.filePath(latin("pos"));
+    const QString far = lines.filePath(latin("display"));
+    QProcess socat;
+    socat.start(latin("socat"),
+        {latin("-d"), latin("-d"), latin("pty,raw,echo=0,link=") + near, latin("pty,raw,echo=0,link=") + far});
+    QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
+    const int display = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
+    QVERIFY(display >= 0);
+    // The screen offers LPT2, which tests serial port 2, set here to the near end of the pair.
+    qputenv("MARLET_PORT_COM2", QFile::encodeName(near));
+
+    QByteArray received;
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [](FormDialog& screen) {
+        auto* tabs = find<QTabBar>(screen, "TabStrip1");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(9).center());
+        auto* port = find<QComboBox>(screen, "cboCOM");
+        port->setFocus();
+        for (int step = 0; step < 5; ++step)
+            QTest::keyClick(port, Qt::Key_Down);
+        QTest::mouseClick(find(screen, "cmdTestPOS"), Qt::LeftButton);
+    });
+    driver.answer(latin("Is your POS connected to a COM port and switched ON?"), QMessageBox::Yes);
+    driver.onForm(latin("Options"), [&driver, &received, display](FormDialog& screen) {
+        driver.check(find<QComboBox>(screen, "cboCOM")->currentText() == latin("LPT2"), latin("LPT2 picked"));
+        QElapsedTimer waited;
+        waited.start();
+        while (!received.endsWith("\r\n") && waited.elapsed() < 3000) {
+            char buffer[128];
+            const ssize_t count = ::read(display, buffer, sizeof buffer);
+            if (count > 0)
+                received.append(buffer, count);
+            else
+                QThread::msleep(5);
+        }
+        driver.check(find(screen, "cmdTestPOS")->isEnabled(), latin("the button is back"));
+        QTest::mouseClick(find(screen, "cmdCancel"), Qt::LeftButton);
+    });
+    desk.run();
+    ::close(display);
+    qunsetenv("MARLET_PORT_COM2");
+    socat.terminate();
+    socat.waitForFinished(3000);
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(received, QByteArray("This is a POS test for LPT2\r\n"));
+}
+
+// Answers the next file dialog with this file.
+void chooseFile(test::ScreenDriver& driver, const QString& path)
+{
+    driver.when(
+        latin("a file dialog"),
+        [] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()) != nullptr; },
+        [path] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            dialog->selectFile(path);
+            // The name box decides what the dialog hands back.
+            if (auto* name = dialog->findChild<QLineEdit*>(latin("fileNameEdit")))
+                name->setText(path);
+            // Its own accept, which takes the chosen name, through the public one of QDialog.
+            static_cast<QDialog*>(dialog)->accept();
+        });
+}
+
+// A café owner backs the database up from the Maintenance tab, goes on selling, and restores the
+// backup: the tickets are those of the moment of the backup.
+void TestScreensOptions::testBackupAndRestoreRoundTrip()
+{
+    Desk desk;
+    QVERIFY2(desk.database.isValid(), qPrintable(desk.database.error()));
+    const char* const before[] = {
+        "INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, NEW, Member) VALUES ('261121100000', "
+        "'001', 'FIRST', 'PW', 3600, TRUE, FALSE)",
+        "INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, NEW, Member) VALUES ('261121100000', "
+        "'002', 'SECOND', 'PW', 3600, TRUE, FALSE)",
+    };
+    QVERIFY(desk.execute(before));
+    QTemporaryDir backups;
+    registerTidyComponent(desk.component.preferences(), backups.path());
+    const QString backup = backups.filePath(latin("cafe.bak"));
+    const QString restoreQuestion = latin("Restore the database from ") + backup
+        + latin("?\nEverything written to it since that backup was taken will be lost.");
+
+    test::ScreenDriver& driver = desk.driver;
+    driver.onForm(latin("Options"), [](FormDialog& screen) {
+        auto* tabs = find<QTabBar>(screen, "TabStrip1");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(5).center());
+        QTest::mouseClick(find(screen, "cmdBackUp"), Qt::LeftButton);
+    });
+    chooseFile(driver, backup);
+    driver.answer(latin("The database was backed up to ") + backup, QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver, &desk](FormDialog& screen) {
+        const char* const after[] = {
+            "DELETE FROM Account WHERE Username = 'FIRST'",
+            "INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, NEW, Member) VALUES "
+            "('261121100000', '003', 'LATER', 'PW', 3600, TRUE, FALSE)",
+        };
+        driver.check(desk.execute(after), latin("sold on"));
+        QTest::mouseClick(find(screen, "cmdRestore"), Qt::LeftButton);
+    });
+    chooseFile(driver, backup);
+    driver.answer(restoreQuestion, QMessageBox::Yes);
+    driver.answer(latin("The database was restored from ") + backup
+            + latin("\nThe database as it was before is kept in ") + desk.database.path() + latin(".before-restore"),
+        QMessageBox::Ok);
+    driver.onForm(
+        latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton); });
+    desk.run();
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(desk.column(latin("select Username from Account order by Username")),
+        QStringList({latin("FIRST"), latin("SECOND")}));
+    ComponentRegistry::remove(latin("Brisling.Tidy"));
 }
 
 } // namespace marlet

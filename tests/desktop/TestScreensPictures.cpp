@@ -114,6 +114,7 @@ private slots:
     void testOptionsTicketSetting();
     void testOptionsQuickTicket();
     void testOptionsIncludeExclude();
+    void testOptionsMonitorPosAutomationMaintenance();
     void testRecycleBin();
     void testAccountInfo();
 
@@ -369,6 +370,33 @@ void TestScreensPictures::testOptionsIncludeExclude()
     QVERIFY((*screen)[latin("lstReserved")].enabled());
     QCOMPARE((*screen)[latin("lstCafes")].item(0), latin("Cafe2 - [FRONT-PC]"));
     render(*screen, latin("options-include-exclude.png"));
+    screen->forceUnload();
+}
+
+void TestScreensPictures::testOptionsMonitorPosAutomationMaintenance()
+{
+    m_platform->setPrinters({latin("Office Laser")});
+    m_platform->setDefaultPrinter(latin("PDF"));
+    session().settings().save(keys::PrintBtype, latin("0"));
+    session().settings().save(keys::EnablePrint, latin("1"));
+    session().settings().save(keys::PingDisabled, latin("0"));
+    std::unique_ptr<Form> screen = open(Screen::Options);
+    Control& tabs = (*screen)[latin("TabStrip1")];
+    QVERIFY(Operator::chooseTab(tabs, 7));
+    QVERIFY((*screen)[latin("FPrintMonitor")].visible());
+    QVERIFY(Operator::tick((*screen)[latin("chkUserPrint")], true));
+    render(*screen, latin("options-print-monitor.png"));
+    QVERIFY(Operator::chooseTab(tabs, 10));
+    render(*screen, latin("options-pos.png"));
+    QVERIFY(Operator::chooseTab(tabs, 5));
+    QVERIFY(Operator::tick((*screen)[latin("chkPingPause")], true));
+    QVERIFY(Operator::tick((*screen)[latin("chkMOffline")], true));
+    render(*screen, latin("options-automated-action.png"));
+    QVERIFY(Operator::chooseTab(tabs, 6));
+    render(*screen, latin("options-maintenance.png"));
+    // Every page in a window of the same size.
+    for (const char* picture : {"options-pos.png", "options-automated-action.png", "options-maintenance.png"})
+        QCOMPARE(m_sizes.value(latin(picture)), m_sizes.value(latin("options-print-monitor.png")));
     screen->forceUnload();
 }
 

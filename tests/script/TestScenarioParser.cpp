@@ -291,7 +291,10 @@ private slots:
         const QStringList syntax = scenarioSyntax();
         QVERIFY(syntax.contains(QStringLiteral("type <control> <text>")));
         QVERIFY(syntax.contains(QStringLiteral("at yield <n:int> <command:command>")));
-        QCOMPARE(syntax.size(), 41);
+        QVERIFY(syntax.contains(QStringLiteral("slide <control> <value:int>")));
+        QVERIFY(syntax.contains(QStringLiteral("serial ports <state:work|none>")));
+        QVERIFY(syntax.contains(QStringLiteral("component <progid> [fails] [built-in]")));
+        QCOMPARE(syntax.size(), 43);
     }
 };
 

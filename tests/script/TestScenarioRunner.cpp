@@ -4,6 +4,7 @@
 #include "platform/Form.h"
 #include "platform/GridData.h"
 #include "script/ScriptedPlatform.h"
+#include "settings/TidyComponent.h"
 #include "store/Preferences.h"
 
 #include <QTemporaryDir>
@@ -71,6 +72,10 @@ protected:
             = [&refuse](bool& cancel, int mode) { cancel = refuse.isChecked() && mode == UnloadMode::FormControlMenu; };
         add(ControlKind::ComboBox, QStringLiteral("Combo1"))
             .addItems({QStringLiteral("Never Expire"), QStringLiteral("Fixed Expiration Date")});
+        Control& slider = add(ControlKind::Slider, QStringLiteral("Slider1"));
+        slider.setRange(0, 100);
+        slider.onChange
+            = [&label, &slider] { label.setCaption(QStringLiteral("slid to ") + QString::number(slider.value())); };
         buildGrid(label);
     }
 
@@ -496,6 +501,42 @@ private slots:
         QTextStream out(&output);
         QCOMPARE(runScenarioFile(QStringLiteral("/nonexistent/x.scenario"), out), 2);
         QVERIFY(output.startsWith(QStringLiteral("/nonexistent/x.scenario: cannot read: ")));
+    }
+
+    void testASliderIsMovedWithinItsRange()
+    {
+        QString output;
+        const int status = run(QStringLiteral("open probe\n"
+                                              "slide Slider1 40\n"
+                                              "check Label1 caption \"slid to 40\"\n"
+                                              "check focus Slider1\n"
+                                              "slide Slider1 250\n"
+                                              "check Slider1 value 100\n"
+                                              "check Label1 caption \"slid to 100\"\n"
+                                              "slide Text1 5\n"
+                                              "close\n"),
+            output);
+        QCOMPARE(status, 1);
+        QVERIFY2(output.contains(QStringLiteral("t.scenario:8: slide Text1 5\n  Text1 (text box) cannot do that")),
+            qPrintable(output));
+        QVERIFY2(output.contains(QStringLiteral("1 failure(s)")), qPrintable(output));
+    }
+
+    void testSerialPortsAndTheBuiltInMaintenanceComponent()
+    {
+        const ScenarioScript script = parseScenario(
+            QStringLiteral("serial ports none\ncomponent Brisling.Tidy built-in\n"), QStringLiteral("c"));
+        QString output;
+        QTextStream out(&output);
+        ScenarioRunner runner(script, m_operations, out);
+        QCOMPARE(runner.run(), 0);
+        QVERIFY(!runner.platform().serialPort()->open(QStringLiteral("COM1"), 9600));
+        std::unique_ptr<NamedComponent> tidy = runner.platform().createComponent(QStringLiteral("Brisling.Tidy"));
+        QVERIFY(dynamic_cast<TidyComponent*>(tidy.get()));
+
+        QString refused;
+        QCOMPARE(run(QStringLiteral("component Vellum.Sheets built-in\n"), refused), 1);
+        QVERIFY2(refused.contains(QStringLiteral("there is no built-in component Vellum.Sheets")), qPrintable(refused));
     }
 
     void testTheClockAndDevicesAreSetByTheScript()

@@ -11,6 +11,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSlider>
+
+#include <algorithm>
 
 #include <functional>
 
@@ -382,6 +385,85 @@ QWidget* ticketSettingPage(ViewKit& kit, QWidget* area)
     return page;
 }
 
+QGroupBox* group(ViewKit& kit, QWidget* parent, const QString& name)
+{
+    return kit.frame(name, new QGroupBox(parent));
+}
+
+// The master switch, the modes, the bill and what the clients do around a print.
+QWidget* printMonitorPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FPrintMonitor, new QWidget(area));
+    auto* rows = new QVBoxLayout(page);
+    addAll(*rows, {kit.make(options::chkEnablePrint, page)});
+    QGroupBox* modes = group(kit, page, options::FPrintMode);
+    auto* modeRows = new QVBoxLayout(modes);
+    addAll(*modeRows,
+        {kit.make(options::optPrintAuthorization, modes),
+            kit.make(options::optPrintDeduction, modes),
+            kit.make(options::optPrintNone, modes)});
+    QGroupBox* bill = group(kit, page, options::FBillType);
+    auto* billRows = new QVBoxLayout(bill);
+    billRows->addLayout(
+        line({kit.make(options::optBillTime, bill), sized(kit.make(options::cboTimePrint, bill), shortFieldWidth)}));
+    billRows->addLayout(
+        line({kit.make(options::optBillCost, bill), sized(kit.make(options::cboCostPrint, bill), shortFieldWidth)}));
+    billRows->addLayout(line({kit.make(options::chkUserPrint, bill),
+        sized(kit.make(options::cboWordPrint, bill), bindFieldWidth),
+        sized(kit.make(options::cboWordCPrint, bill), shortFieldWidth),
+        kit.label(options::lblPrintUnit, bill)}));
+    addAll(*rows, {modes, bill});
+    rows->addLayout(column(kit,
+        page,
+        {options::chkWaitPrint, options::chkOtherPrint, options::chkReportPrint, options::chkDefaultPrinter}));
+    rows->addStretch(1);
+    return page;
+}
+
+// A caption above its list, in a group box.
+void captionedList(ViewKit& kit, QGroupBox* frame, QBoxLayout& rows, const QString& list, QWidget* beside = nullptr)
+{
+    QLabel* caption = kit.caption(list, frame);
+    QWidget* field = kit.make(list, frame);
+    if (caption)
+        caption->setBuddy(field);
+    addAll(rows, {caption});
+    rows.addLayout(line({sized(field, bindFieldWidth), beside}));
+}
+
+// The ticket lines, the kind of POS, its port with the test and its speed.
+QWidget* posPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FPOS, new QWidget(area));
+    auto* columns = new QHBoxLayout(page);
+    QGroupBox* display = group(kit, page, options::FTicketDisplay);
+    auto* displayRows = new QVBoxLayout(display);
+    for (const QString& box : {options::chkStitle,
+             options::chkType,
+             options::chkSGroup,
+             options::chkSUserL,
+             options::chkSAddr,
+             options::chkSPassL})
+        addAll(*displayRows, {kit.make(box, display)});
+    displayRows->addStretch(1);
+
+    auto* right = new QVBoxLayout;
+    QGroupBox* kind = group(kit, page, options::FPOSType);
+    auto* kindRows = new QVBoxLayout(kind);
+    addAll(*kindRows, {kit.make(options::optDevicePOS, kind), kit.make(options::optActivationPOS, kind)});
+    QGroupBox* port = group(kit, page, options::FPOSPort);
+    auto* portRows = new QVBoxLayout(port);
+    captionedList(kit, port, *portRows, options::cboCOM, kit.make(options::cmdTestPOS, port));
+    QGroupBox* speed = group(kit, page, options::FPOSSpeed);
+    auto* speedRows = new QVBoxLayout(speed);
+    captionedList(kit, speed, *speedRows, options::cboPOSspeed);
+    addAll(*right, {kind, port, speed});
+    right->addStretch(1);
+    columns->addWidget(display);
+    columns->addLayout(right, 1);
+    return page;
+}
+
 // The switch and a definition's fields on the left, the existing definitions on the right.
 QWidget* quickTicketPage(ViewKit& kit, QWidget* area)
 {
@@ -433,25 +515,105 @@ QWidget* includeExcludePage(ViewKit& kit, QWidget* area)
     return page;
 }
 
-// The page of each flag; pages whose fields come with later work are plain panels.
+// The SMS panel: built like the others, though no tab shows it.
+QWidget* smsPanel(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FSMS, new QWidget(area));
+    auto* rows = new QVBoxLayout(page);
+    QGroupBox* account = group(kit, page, options::FSMSAccount);
+    QFormLayout* fields = formLayout(account);
+    kit.addRow(*fields, options::txtSMSAccount, account);
+    kit.addRow(*fields, options::txtSMSPassword, account);
+    fields->addRow(kit.make(options::cmdCheckSMS, account), kit.label(options::lblSMSStatus, account));
+    QGroupBox* smsOption = group(kit, page, options::FSMSOption);
+    auto* optionRows = new QVBoxLayout(smsOption);
+    addAll(*optionRows, {kit.make(options::chkAllowSMS, smsOption), kit.make(options::chkAllowMSMS, smsOption)});
+    QGroupBox* cost = group(kit, page, options::FSMSCost);
+    auto* costRow = new QHBoxLayout(cost);
+    addAll(*costRow, {sized(kit.make(options::txtSMScost, cost), shortFieldWidth)});
+    addAll(*rows, {account, smsOption, cost});
+    rows->addStretch(1);
+    return page;
+}
+
+// The ping monitor, its reactions and messages, and the shutdown at a set time.
+QWidget* automatedActionPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FAutomatedAction, new QWidget(area));
+    auto* rows = new QVBoxLayout(page);
+    QFormLayout* address = formLayout();
+    sized(kit.addRow(*address, options::txtIPPing, page), bindFieldWidth);
+    rows->addLayout(address);
+    rows->addLayout(column(kit, page, {options::chkPingDisabled, options::chkPingPause, options::chkPingLogging}));
+    rows->addLayout(
+        line({kit.make(options::chkMOffline, page), sized(kit.make(options::txtTOffline, page), bindFieldWidth)}));
+    rows->addLayout(
+        line({kit.make(options::chkMOnline, page), sized(kit.make(options::txtTOnline, page), bindFieldWidth)}));
+    QFormLayout* counts = formLayout();
+    sized(kit.addRow(*counts, options::txtNoPing, page), shortFieldWidth);
+    sized(kit.addRow(*counts, options::cboPingTimeout, page), portFieldWidth);
+    rows->addLayout(counts);
+    QGroupBox* shutdown = group(kit, page, options::FShutTime);
+    auto* shutdownRow = new QHBoxLayout(shutdown);
+    addAll(*shutdownRow,
+        {kit.make(options::chkShutTime, shutdown), sized(kit.make(options::dtVShutTime, shutdown), portFieldWidth)});
+    shutdownRow->addStretch(1);
+    addAll(*rows, {shutdown});
+    rows->addStretch(1);
+    return page;
+}
+
+// The clean-up and backup schedules with their buttons, and the recycle bin's size.
+QWidget* maintenancePage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(options::FMaintenance, new QWidget(area));
+    auto* rows = new QVBoxLayout(page);
+    auto* schedules = new QHBoxLayout;
+    QGroupBox* cleanUp = group(kit, page, options::FCleanUp);
+    auto* cleanUpRows = new QVBoxLayout(cleanUp);
+    addAll(*cleanUpRows,
+        {sized(kit.make(options::cboCleanUpTime, cleanUp), bindFieldWidth),
+            kit.make(options::chkEnableCleanUp, cleanUp),
+            kit.make(options::cmdCleanUp, cleanUp)});
+    QGroupBox* backUp = group(kit, page, options::FBackUp);
+    auto* backUpRows = new QVBoxLayout(backUp);
+    addAll(*backUpRows,
+        {sized(kit.make(options::cboBackUpTime, backUp), bindFieldWidth),
+            kit.make(options::chkEnableBackUp, backUp),
+            kit.make(options::cmdBackUp, backUp),
+            kit.make(options::cmdRestore, backUp)});
+    addAll(*schedules, {cleanUp, backUp});
+    rows->addLayout(schedules);
+    rows->addSpacing(8);
+    QWidget* slider = kit.make(options::sldRecycleBinSize, page);
+    if (auto* bar = qobject_cast<QSlider*>(slider)) {
+        bar->setSingleStep(100);
+        bar->setPageStep(500);
+        bar->setTickPosition(QSlider::TicksBelow);
+        bar->setTickInterval(500);
+    }
+    addAll(*rows, {kit.label(options::lblRecycleBinSize, page), slider});
+    rows->addLayout(column(kit, page, {options::chkMoveToRecycle, options::chkProgramLog}));
+    rows->addStretch(1);
+    return page;
+}
+
+// The page of each flag, the SMS panel's included.
 QWidget* optionsPage(ViewKit& kit, QWidget* area, size_t flag)
 {
-    switch (flag) {
-    case 0:
-        return generalPage(kit, area);
-    case 1:
-        return userAccountPage(kit, area);
-    case 2:
-        return ticketSettingPage(kit, area);
-    case 5:
-        return clientOptionPage(kit, area);
-    case 7:
-        return quickTicketPage(kit, area);
-    case 8:
-        return includeExcludePage(kit, area);
-    default:
-        return kit.frame(options::Panels[flag], new QWidget(area));
-    }
+    using Page = QWidget* (*)(ViewKit&, QWidget*);
+    static constexpr Page pages[] = {generalPage,
+        userAccountPage,
+        ticketSettingPage,
+        maintenancePage,
+        automatedActionPage,
+        clientOptionPage,
+        printMonitorPage,
+        quickTicketPage,
+        includeExcludePage,
+        posPage,
+        smsPanel};
+    return pages[flag](kit, area);
 }
 
 QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
