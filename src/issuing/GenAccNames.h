@@ -89,6 +89,13 @@ inline const QString cboWeekday = QStringLiteral("cboWeekday");
 inline const QString dtMemberStart = QStringLiteral("dtMemberStart");
 inline const QString dtMemberEnd = QStringLiteral("dtMemberEnd");
 inline const QString cmdCreateMember = QStringLiteral("cmdCreateMember");
+// "Existing Members", which opens the member directory.
+inline const QString Command24 = QStringLiteral("Command24");
+// The member page that the first step opens over the tab: the member fields under the names of
+// the member record screen, with "<< Back" and "Finish Registration ||".
+inline const QString FMemberPage = QStringLiteral("FMemberPage");
+inline const QString cmdMemberBack = QStringLiteral("cmdMemberBack");
+inline const QString cmdFinishMember = QStringLiteral("cmdFinishMember");
 
 // Existing Ticket: the selection with its options "&All", "Un&used", "U&sed", "By &Time" and "By Ticket Group",
 // its entry boxes for minutes and group, and the buttons beside the grid.

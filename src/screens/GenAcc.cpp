@@ -91,6 +91,7 @@ void GenAcc::buildFrame()
     buildMemberTab(add(ControlKind::Frame, genacc::FMember));
     buildExistingTab(add(ControlKind::Frame, genacc::FExist));
     buildSettingsTab(add(ControlKind::Frame, genacc::FSetting));
+    buildMemberPage();
 
     buildProgressPanel();
 

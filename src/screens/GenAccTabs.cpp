@@ -7,9 +7,12 @@
 #include "issuing/BatchGeneration.h"
 #include "issuing/CustomTicket.h"
 #include "issuing/GenAccNames.h"
+#include "members/MemberinfoNames.h"
+#include "members/MembershipTicket.h"
 #include "platform/KeyRules.h"
 #include "platform/Platform.h"
 #include "screens/GenAccControls.h"
+#include "screens/MemberFields.h"
 #include "screens/ScreenOpener.h"
 #include "session/Session.h"
 #include "values/Numbers.h"
@@ -210,7 +213,29 @@ void GenAcc::buildMemberTab(Control& frame)
     Control& end = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtMemberEnd, QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, nullptr, start, end);
     addToFrame(
-        frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"));
+        frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"))
+        .onClick
+        = [this] {
+              const QString member = MembershipTicket(*this).begin();
+              if (!member.isEmpty())
+                  m_screens.showMemberList(member);
+          };
+    addToFrame(frame, ControlKind::CommandButton, genacc::Command24, QStringLiteral("Existing Members")).onClick
+        = [this] { m_screens.showMemberList(QString()); };
+}
+
+void GenAcc::buildMemberPage()
+{
+    Control& page = add(ControlKind::Frame, genacc::FMemberPage);
+    page.setVisible(false);
+    Control& ticket = addToFrame(page, ControlKind::Frame, memberinfo::Frame28, QStringLiteral("Ticket Information"));
+    buildMemberFields(*this, page, ticket, m_session);
+    addToFrame(page, ControlKind::CheckBox, memberinfo::Check16, QStringLiteral("Skip Membership Information"));
+    addToFrame(page, ControlKind::CommandButton, genacc::cmdMemberBack, QStringLiteral("<< Back")).onClick
+        = [this] { MembershipTicket(*this).back(); };
+    addToFrame(page, ControlKind::CommandButton, genacc::cmdFinishMember, QStringLiteral("Finish Registration ||"))
+        .onClick
+        = [this] { MembershipTicket(*this).finish(); };
 }
 
 void GenAcc::buildExistingTab(Control& frame)

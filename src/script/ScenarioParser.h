@@ -18,6 +18,9 @@ enum class CommandId {
     Pref,
     Printer,
     Component,
+    File,
+    Clipboard,
+    ProgramsFail,
     ExpectMessage,
     ExpectInput,
     ExpectMenu,
@@ -47,6 +50,7 @@ enum class CommandId {
     CheckLog,
     CheckRows,
     CheckPref,
+    CheckFiles,
 };
 
 // One command of a script with its arguments by name, as the syntax table names them.

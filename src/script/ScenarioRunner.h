@@ -61,6 +61,12 @@ private:
     void checkFocus(const ScenarioCommand& command);
     void checkRows(const ScenarioCommand& command);
     QStringList logRows(const QString& log) const;
+    // A text with "<run>" standing for the run's temporary folder.
+    QString inRun(const QString& text) const;
+    void setDateTime(Control& control, const QString& text);
+    void makeFile(const QString& path, int bytes);
+    // The files of a folder by name, each as "name | size".
+    QStringList fileRows(const QString& folder) const;
 
     Form* topForm();
     Control* findControl(const QString& key);
