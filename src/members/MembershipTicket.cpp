@@ -171,7 +171,7 @@ void MembershipTicket::applyUseTime()
 bool MembershipTicket::askToClearPage()
 {
     const QString pageName = m_form.at(memberinfo::Text7, TicketUsername).text();
-    if (pageName.isEmpty() || pageName == m_form[genacc::txtMemberUsername].text())
+    if (pageName.isEmpty() || pageName == typedUpperCase(m_form[genacc::txtMemberUsername].text()))
         return true;
     const MsgResult answer = m_host.platform().messageBox(
         QStringLiteral("You must have pressed '<< Back' and made changes to the Ticket Username. Clear previous "
@@ -188,7 +188,7 @@ void MembershipTicket::fillTicketPanels()
 {
     const auto field = [this](MemberField index) -> Control& { return m_form.at(memberinfo::Text7, index); };
     const QDate today = m_host.platform().today();
-    field(TicketUsername).setText(m_form[genacc::txtMemberUsername].text());
+    field(TicketUsername).setText(typedUpperCase(m_form[genacc::txtMemberUsername].text()));
     field(TimeText).setText(m_form[genacc::cboMemberHours].text() + QStringLiteral("hr(s) ")
         + m_form[genacc::cboMemberMinutes].text() + QStringLiteral("min(s)"));
     field(CostText).setText(ticketAmount(settings(), m_form[genacc::cboMemberCost].text()));

@@ -204,7 +204,9 @@ void GenAcc::buildMemberTab(Control& frame)
     genacc::wireExpiry(*this, expiry, days, daysLabel);
 
     Control& vip = addToFrame(frame, ControlKind::CheckBox, genacc::chkMemberVIP, QStringLiteral("Make ticket in VIP"));
-    genacc::wireVip(*this, vip, &user);
+    // The box limits the Custom tab's name field, not this tab's: a member's name keeps its ten
+    // characters and the prefix comes on top.
+    genacc::wireVip(*this, vip, &(*this)[genacc::txtCustomUsername]);
     Control& period = addToFrame(
         frame, ControlKind::CheckBox, genacc::chkMemberTimePeriod, QStringLiteral("Use ticket within Time Period"));
     addToFrame(frame, ControlKind::ComboBox, genacc::cboWeekday, QStringLiteral("Use only on this Day of the Week:"));
@@ -230,6 +232,8 @@ void GenAcc::buildMemberPage()
     page.setVisible(false);
     Control& ticket = addToFrame(page, ControlKind::Frame, memberinfo::Frame28, QStringLiteral("Ticket Information"));
     buildMemberFields(*this, page, ticket, m_session);
+    // A new member's date of birth starts at today, as a cleared page leaves it.
+    (*this)[memberinfo::DateofBirth].setDateTime(QDateTime(platform().today(), QTime()));
     addToFrame(page, ControlKind::CheckBox, memberinfo::Check16, QStringLiteral("Skip Membership Information"));
     addToFrame(page, ControlKind::CommandButton, genacc::cmdMemberBack, QStringLiteral("<< Back")).onClick
         = [this] { MembershipTicket(*this).back(); };
