@@ -23,7 +23,7 @@ void MemberList::build()
     grid.onClick = [directory] { directory().rowClicked(); };
     add(ControlKind::Image, memberlist::mpicture2);
 
-    Control& search = addLabelled(ControlKind::Frame, QStringLiteral("FrameSearch"), QStringLiteral("Member Search"));
+    Control& search = addLabelled(ControlKind::Frame, QStringLiteral("FrameSearch"), QStringLiteral("Find Members"));
     addToFrame(search, ControlKind::TextBox, memberlist::Text12, QStringLiteral("Search for:"));
     for (int i = 0; i < int(memberlist::SearchCaptions.size()); ++i)
         addLabelled(ControlKind::OptionButton, memberlist::Option7, memberlist::SearchCaptions[i], i)
