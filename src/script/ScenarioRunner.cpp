@@ -583,9 +583,10 @@ QStringList ScenarioRunner::logRows(const QString& log) const
         }
     } else if (log == QLatin1String("programs")) {
         for (const auto& start : m_platform.programsStarted())
-            rows << (QStringList {start.wait ? QStringLiteral("wait") : QStringLiteral("start"), start.program}
-                + start.arguments)
-                        .join(QStringLiteral(" | "));
+            rows << QString((QStringList {start.wait ? QStringLiteral("wait") : QStringLiteral("start"), start.program}
+                                + start.arguments)
+                        .join(QStringLiteral(" | ")))
+                        .replace(m_workFolder.path(), QStringLiteral("<run>"));
     } else if (log == QLatin1String("printed")) {
         for (const QList<PrintedLine>& job : m_platform.printJobs()) {
             for (const PrintedLine& line : job)
