@@ -31,6 +31,12 @@ QString text(const Recordset& row, const char* column)
     return row.value(QLatin1String(column)).toString();
 }
 
+// A picker's time, or Null for a picker that a ticket without times left empty.
+QVariant pickerValue(const Control& picker)
+{
+    return picker.dateTime().isValid() ? QVariant(picker.dateTime()) : QVariant();
+}
+
 // The answer to one of the autorecharge questions: a whole number of 1 to 365, or nothing after
 // the message (or silently, for a blank answer).
 std::optional<QString> askInterval(Platform& platform, const QString& prompt)
@@ -202,8 +208,8 @@ bool MemberEditing::saveAccount(QString& group)
         written = account.setValue(QStringLiteral("Days"), 0) && written;
     }
 
-    written = account.setValue(QStringLiteral("StartTime"), m_form[memberinfo::DT7].dateTime()) && written;
-    written = account.setValue(QStringLiteral("EndTime"), m_form[memberinfo::DT8].dateTime()) && written;
+    written = account.setValue(QStringLiteral("StartTime"), pickerValue(m_form[memberinfo::DT7])) && written;
+    written = account.setValue(QStringLiteral("EndTime"), pickerValue(m_form[memberinfo::DT8])) && written;
     written = account.setValue(QStringLiteral("Member"), true) && written;
     const QString autorecharge = m_form.at(memberinfo::Text7, RechargeDays).text();
     if (account.value(QStringLiteral("Autorecharge")).toString().toUpper() != autorecharge.toUpper())
