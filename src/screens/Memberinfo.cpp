@@ -85,6 +85,7 @@ void Memberinfo::buildSettings(Control& frame)
         QStringLiteral("SATURDAY"),
         QStringLiteral("MON - FRI (WEEKDAY)"),
         QStringLiteral("SAT - SUN (WEEKEND)")});
+    weekday.setListIndex(0);
     addToFrame(frame, ControlKind::CheckBox, memberinfo::Check18, QStringLiteral("Use ticket within Time Period"));
     addToFrame(frame, ControlKind::DateTimePicker, memberinfo::DT7, QStringLiteral("Start Time:"))
         .setCustomFormat(QStringLiteral("HH:mm"));
