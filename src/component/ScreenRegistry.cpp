@@ -1,7 +1,7 @@
 #include "component/ScreenRegistry.h"
 
-#include "screens/AccountInfo.h"
 #include "issuing/GenAccNames.h"
+#include "screens/AccountInfo.h"
 #include "screens/ContPass.h"
 #include "screens/GenAcc.h"
 #include "screens/GenPasstoAccs.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -142,6 +143,17 @@ inline const QString cmdSaveChanges = QStringLiteral("cmdSaveChanges");
 
 // The selection's options in their order, "&All" first.
 inline const std::array<QString, 5> SelectionOptions {Option1, Option2, Option3, Option4, Option5};
+// The entries of the weekday lists, the member tab's and the member record's.
+inline const QStringList Weekdays {QStringLiteral("SUN - SAT (ALL DAYS)"),
+    QStringLiteral("SUNDAY"),
+    QStringLiteral("MONDAY"),
+    QStringLiteral("TUESDAY"),
+    QStringLiteral("WEDNESDAY"),
+    QStringLiteral("THURSDAY"),
+    QStringLiteral("FRIDAY"),
+    QStringLiteral("SATURDAY"),
+    QStringLiteral("MON - FRI (WEEKDAY)"),
+    QStringLiteral("SAT - SUN (WEEKEND)")};
 // The tab frames in the order of their tabs.
 inline const std::array<QString, 5> TabFrames {FNew, FCustom, FMember, FExist, FSetting};
 

@@ -17,7 +17,8 @@ namespace marlet {
 
 namespace {
 
-const QString SelectMembers = QStringLiteral("select account.*,members.* from Account,Members where account.member=true and ");
+const QString SelectMembers
+    = QStringLiteral("select account.*,members.* from Account,Members where account.member=true and ");
 const QString JoinAndOrder
     = QStringLiteral(" and account.ticketgrp=members.member_id Order by members.Surname,members.Firstname");
 constexpr int Columns = 8;
@@ -101,8 +102,9 @@ void MemberDirectory::listAll()
     m_form[memberlist::memList].grid().setRows(1);
     m_form[memberlist::mpicture2].setPicture(QByteArray());
     Recordset members;
-    const Statement all(QStringLiteral("select account.*,members.* from Account,Members where account.member=true and "
-                                       "account.ticketgrp=members.member_id Order by members.Surname,members.Firstname"));
+    const Statement all(
+        QStringLiteral("select account.*,members.* from Account,Members where account.member=true and "
+                       "account.ticketgrp=members.member_id Order by members.Surname,members.Firstname"));
     if (members.Open(all, m_session.connection())) {
         if (members.RecordCount() > 0)
             fill(members);
@@ -134,14 +136,15 @@ void MemberDirectory::search()
     }
     const bool partial = m_form[memberlist::Check17].ticked();
     Recordset members;
-    if (!members.Open(Statement(SelectMembers + searchCondition(field, partial) + JoinAndOrder, {text}),
-            m_session.connection()))
+    if (!members.Open(
+            Statement(SelectMembers + searchCondition(field, partial) + JoinAndOrder, {text}), m_session.connection()))
         return;
     if (members.RecordCount() > 0)
         fill(members);
     else
-        platform.messageBox((partial ? QStringLiteral("No Search Result like '") : QStringLiteral("No Search Result for '"))
-                + text + QStringLiteral("'!"),
+        platform.messageBox(
+            (partial ? QStringLiteral("No Search Result like '") : QStringLiteral("No Search Result for '")) + text
+                + QStringLiteral("'!"),
             MsgStyle::Warning);
     members.Close();
 }
@@ -175,7 +178,8 @@ void MemberDirectory::deleteMember()
     const QString who = QStringLiteral("[Username:") + username + QStringLiteral(" - ") + grid.textMatrix(row, 2)
         + QStringLiteral(", ") + grid.textMatrix(row, 3) + u']';
     Platform& platform = m_session.platform();
-    if (platform.messageBox(QStringLiteral("Delete Member ") + who + u'?', MsgStyle::Info + MsgStyle::YesNo + MsgStyle::DefaultButton2)
+    if (platform.messageBox(
+            QStringLiteral("Delete Member ") + who + u'?', MsgStyle::Info + MsgStyle::YesNo + MsgStyle::DefaultButton2)
         != MsgResult::Yes)
         return;
     long affected = 0;

@@ -18,8 +18,9 @@ namespace marlet {
 
 namespace {
 
-const QString EditStatement = QStringLiteral("select account.*,members.* from Account,Members where account.member=true "
-                                             "and account.username='{}' and account.ticketgrp=members.member_id");
+const QString EditStatement
+    = QStringLiteral("select account.*,members.* from Account,Members where account.member=true "
+                     "and account.username='{}' and account.ticketgrp=members.member_id");
 const QString AutochargeOn = QStringLiteral("Autocharge On");
 const QString AutochargeOff = QStringLiteral("Autocharge Off");
 const QString SettingsCaption = QStringLiteral("Set Ticket Option ...");
@@ -109,13 +110,13 @@ bool MemberEditing::load(const QString& username)
     m_form[memberinfo::mPicture].setPicture(readPicture(m_session.general, text(row, "Picture")));
 
     const double seconds = row.value(QStringLiteral("Time")).toDouble();
-    field(TimeText).setText(
-        QString::number(values::toInt16(seconds / 60).value_or(0)) + QStringLiteral("min(s)"));
+    field(TimeText).setText(QString::number(values::toInt16(seconds / 60).value_or(0)) + QStringLiteral("min(s)"));
     const QVariant days = row.value(QStringLiteral("Days"));
     const QVariant expire = row.value(QStringLiteral("Expire"));
     if (days.toDouble() == 0)
-        field(ExpireText).setText(expire.isNull() ? QStringLiteral("Never Expire")
-                                                  : values::format(expire.toDate(), QStringLiteral("dd-mmmm-yy")));
+        field(ExpireText)
+            .setText(expire.isNull() ? QStringLiteral("Never Expire")
+                                     : values::format(expire.toDate(), QStringLiteral("dd-mmmm-yy")));
     else
         field(ExpireText).setText(days.toString() + QStringLiteral("day(s)"));
 
@@ -182,8 +183,7 @@ bool MemberEditing::saveAccount(QString& group)
         return true;
     if (!account.MoveFirst())
         return false;
-    const float seconds
-        = values::toSingle(values::leadingNumber(m_form.at(memberinfo::Text7, TimeText).text()) * 60);
+    const float seconds = values::toSingle(values::leadingNumber(m_form.at(memberinfo::Text7, TimeText).text()) * 60);
     const QString newName = typedUpperCase(m_form.at(memberinfo::Text7, TicketUsername).text());
     group = account.value(QStringLiteral("TicketGrp")).toString();
     bool written = account.setValue(QStringLiteral("Username"), newName);
@@ -280,10 +280,10 @@ void MemberEditing::changeUsername()
 {
     Platform& platform = m_session.platform();
     Control& username = m_form.at(memberinfo::Text7, TicketUsername);
-    const QString answer = typedUpperCase(platform.inputBox(QStringLiteral("Change Username from ") + username.text()
-            + QStringLiteral(" to ..."),
-        QStringLiteral("Change Username"),
-        QString()));
+    const QString answer = typedUpperCase(
+        platform.inputBox(QStringLiteral("Change Username from ") + username.text() + QStringLiteral(" to ..."),
+            QStringLiteral("Change Username"),
+            QString()));
     if (const std::optional<QString> problem = usernameProblem(answer, TicketPath::CredentialChange, false)) {
         warn(*problem);
         return;
@@ -345,8 +345,10 @@ void MemberEditing::rechargeNow()
 {
     Platform& platform = m_session.platform();
     // Titled as the other button is: so it has always been.
-    const QString answer = platform.inputBox(
-        QStringLiteral("Please enter number of minutes to add or reduce (e.g. -30)?"), QStringLiteral("Change Username"), QString());
+    const QString answer
+        = platform.inputBox(QStringLiteral("Please enter number of minutes to add or reduce (e.g. -30)?"),
+            QStringLiteral("Change Username"),
+            QString());
     if (answer.trimmed().isEmpty())
         return;
     if (!values::isNumeric(answer)) {
@@ -380,9 +382,11 @@ void MemberEditing::rechargeNow()
     const double newTime = time + minutes * 60;
     const QString staff = m_session.general.CurrentStaff;
     bool written = account.setValue(QStringLiteral("Time"), newTime);
-    written = account.setValue(QStringLiteral("BackTime"), account.value(QStringLiteral("BackTime")).toDouble() + minutes * 60)
+    written = account.setValue(
+                  QStringLiteral("BackTime"), account.value(QStringLiteral("BackTime")).toDouble() + minutes * 60)
         && written;
-    written = account.setValue(QStringLiteral("NoAdded"), account.value(QStringLiteral("NoAdded")).toDouble() + 1) && written;
+    written = account.setValue(QStringLiteral("NoAdded"), account.value(QStringLiteral("NoAdded")).toDouble() + 1)
+        && written;
     written = account.setValue(QStringLiteral("AccountAdded"), QStringLiteral("RECHARGED")) && written;
     written = account.setValue(QStringLiteral("ComputerUsed"), staff) && written;
     m_form.at(memberinfo::Text7, TimeText).setText(values::numberText(newTime / 60) + QStringLiteral("min(s)"));
@@ -426,7 +430,8 @@ void MemberEditing::print()
         warn(QStringLiteral("No Printer Installed!"));
         return;
     }
-    if (platform.messageBox(QStringLiteral("Print Member's information with Printer [") + printer + QStringLiteral("]?"),
+    if (platform.messageBox(
+            QStringLiteral("Print Member's information with Printer [") + printer + QStringLiteral("]?"),
             MsgStyle::YesNoQuestion)
         != MsgResult::Yes)
         return;

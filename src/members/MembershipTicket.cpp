@@ -3,6 +3,7 @@
 #include "issuing/Expiry.h"
 #include "issuing/GenAccNames.h"
 #include "issuing/Quota.h"
+#include "issuing/SingleTicket.h"
 #include "issuing/TicketGroup.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
@@ -28,7 +29,6 @@ namespace {
 // The first step takes up to 360 hours; the second only 5000 minutes, with the same message.
 constexpr double FirstStepMaxMinutes = 21600;
 constexpr double FinishMaxMinutes = 5000;
-constexpr double MaxCost = 10000;
 // A member without a set time gets a day's credit, recharged every day.
 constexpr double DayMinutes = 1440;
 
@@ -60,8 +60,7 @@ bool MembershipTicket::warn(const QString& message) const
 QString MembershipTicket::begin()
 {
     QString existingMember;
-    const bool go = checkUsername(false, existingMember) && checkPassword(false) && checkTime(FirstStepMaxMinutes)
-        && checkCost() && askForQuota();
+    const bool go = checkUsername(false, existingMember) && checkPassword(false) && checkTerms(FirstStepMaxMinutes);
     m_ticket.Close();
     if (!go)
         return existingMember;
@@ -79,9 +78,7 @@ QString MembershipTicket::begin()
 
 void MembershipTicket::back()
 {
-    m_form[genacc::FMemberPage].setVisible(false);
-    m_form[genacc::FMember].setVisible(true);
-    m_form.setCaption(QStringLiteral("Generate Ticket"));
+    closePage();
 }
 
 bool MembershipTicket::checkUsername(bool finishing, QString& existingMember)
@@ -118,39 +115,18 @@ bool MembershipTicket::checkPassword(bool finishing)
     return true;
 }
 
-bool MembershipTicket::checkTime(double maxMinutes)
+bool MembershipTicket::checkTerms(double maxMinutes)
 {
-    if (!m_form[genacc::chkUseTime].ticked()) {
-        m_minutes = DayMinutes;
-        return true;
-    }
-    m_minutes = values::leadingNumber(m_form[genacc::cboMemberMinutes].text())
-        + values::leadingNumber(m_form[genacc::cboMemberHours].text()) * 60;
-    if (m_minutes == 0)
-        return warn(QStringLiteral("Time is Zero!"));
-    if (m_minutes < 1 || m_minutes > maxMinutes)
-        return warn(QStringLiteral("Time Value small or large or invalid!"));
-    return true;
-}
-
-bool MembershipTicket::checkCost()
-{
-    m_cost = values::leadingNumber(m_form[genacc::cboMemberCost].text());
-    if (m_cost < 0 || m_cost > MaxCost)
-        return warn(QStringLiteral("Cost Value small or large or invalid!"));
-    return true;
-}
-
-bool MembershipTicket::askForQuota()
-{
-    m_quotas = quotasOn(settings());
-    if (!m_quotas)
-        return true;
-    const std::optional<qint32> quota = askQuota(m_host.platform(), TicketPath::Membership);
-    if (!quota)
-        return false;
-    m_quota = *quota;
-    return true;
+    // Without "Use Time" the credit is a day's, and the time fields are not looked at.
+    const std::optional<TypedTicketTerms> terms = typedTicketTerms(m_host,
+        {m_form[genacc::cboMemberHours].text(),
+            m_form[genacc::cboMemberMinutes].text(),
+            m_form[genacc::cboMemberCost].text(),
+            maxMinutes,
+            TicketPath::Membership,
+            m_form[genacc::chkUseTime].ticked() ? std::nullopt : std::optional<double>(DayMinutes)});
+    m_terms = terms.value_or(TypedTicketTerms());
+    return terms.has_value();
 }
 
 // Without "Use Time" the member recharges a day's credit every day: the lists show it, the box
@@ -196,8 +172,9 @@ void MembershipTicket::fillTicketPanels()
     const QString days = m_form[genacc::txtMemberDays].text();
     switch (expiryKind(m_form[genacc::cboMemberExpiry].listIndex())) {
     case ExpiryKind::Fixed:
-        field(ExpireText).setText(
-            values::format(daysAfter(today, values::leadingNumber(days)).toDate(), QStringLiteral("dd-mmmm-yyyy")));
+        field(ExpireText)
+            .setText(
+                values::format(daysAfter(today, values::leadingNumber(days)).toDate(), QStringLiteral("dd-mmmm-yyyy")));
         break;
     case ExpiryKind::Flexible:
         field(ExpireText).setText(days + QStringLiteral(" day(s) after use"));
@@ -241,8 +218,7 @@ void MembershipTicket::finish()
         }
     }
     QString unused;
-    const bool go = checkUsername(true, unused) && checkPassword(true) && checkTime(FinishMaxMinutes) && checkCost()
-        && askForQuota();
+    const bool go = checkUsername(true, unused) && checkPassword(true) && checkTerms(FinishMaxMinutes);
     if (!go) {
         m_ticket.Close();
         return;
@@ -265,15 +241,7 @@ void MembershipTicket::finish()
     if (!written) {
         m_host.platform().messageBox(ErrorMessage, MsgStyle::Critical);
     } else {
-        Platform& platform = m_host.platform();
-        if (!m_printAfter) {
-            platform.messageBox(QStringLiteral("Member Ticket Created Successfully!"), MsgStyle::Info);
-            platform.yield();
-            m_host.EndProgress();
-            platform.yield();
-            platform.sleep(500);
-        }
-        platform.sleep(500);
+        announceSingleTicket(m_host, m_printAfter, QStringLiteral("Member Ticket Created Successfully!"));
         clearAfterFinish();
         if (m_printAfter)
             BuildPrintPreview(
@@ -297,11 +265,11 @@ bool MembershipTicket::confirm()
         m_form[genacc::txtMemberDays].text(),
         m_host.platform().today());
     const QString question = QStringLiteral("You have choosen to generate a Membership Ticket ") + kind
-        + QStringLiteral(" Membership ticket of ") + values::numberText(m_minutes)
-        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + values::numberText(m_cost)
+        + QStringLiteral(" Membership ticket of ") + values::numberText(m_terms.minutes)
+        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + values::numberText(m_terms.cost)
         + QStringLiteral(" with Expiration Date of ") + expiry
         + (m_form[genacc::chkMemberTimePeriod].ticked() ? QStringLiteral(" and for Time Ticket") : QString())
-        + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", ")
+        + quotaConfirmationText(m_terms.quotas, m_terms.quota) + QStringLiteral(", ")
         + (m_skipped ? QStringLiteral("Continue without member's information")
                      : QStringLiteral("Continue and save information?"));
     return m_host.platform().messageBox(question, MsgStyle::YesNoQuestion) == MsgResult::Yes;
@@ -309,12 +277,9 @@ bool MembershipTicket::confirm()
 
 bool MembershipTicket::addGroup()
 {
-    m_host.resetTicketGrid();
-    const QDateTime now = m_host.platform().now();
-    m_group = ticketGroupNumber(now);
-    const TicketGroupValues values {m_group, 1, m_minutes, m_cost, m_cost, m_host.session().general.byWhom()};
-    return openTicketGroup(m_groupRow, m_host.session().connection(), m_group) && m_groupRow.AddNew()
-        && writeGroupStart(m_groupRow, values, now) && m_groupRow.Update();
+    const std::optional<QString> group = addSingleTicketGroup(m_host, m_groupRow, m_terms.minutes, m_terms.cost);
+    m_group = group.value_or(QString());
+    return group.has_value();
 }
 
 bool MembershipTicket::addTicket()
@@ -325,21 +290,21 @@ bool MembershipTicket::addTicket()
     ticket.TicketNo = CustomTicketNo;
     ticket.Username = m_username;
     ticket.Password = typedPassword(m_form[genacc::txtMemberPassword].text());
-    ticket.seconds = m_minutes * 60;
+    ticket.seconds = m_terms.minutes * 60;
     ticket.ByWhom = m_host.session().general.byWhom();
     ticket.created = today;
     ticket.expiry = expiryColumns(expiryKind(m_form[genacc::cboMemberExpiry].listIndex()),
         values::leadingNumber(m_form[genacc::txtMemberDays].text()),
         today,
         TicketPath::MembershipFinish);
-    ticket.Amount = ticketAmount(settings(), values::numberText(m_cost));
+    ticket.Amount = ticketAmount(settings(), values::numberText(m_terms.cost));
     ticket.StartTime = m_form[genacc::dtMemberStart].dateTime();
     ticket.EndTime = m_form[genacc::dtMemberEnd].dateTime();
-    ticket.Quota = m_quotas ? m_quota : 0;
+    ticket.Quota = m_terms.quotas ? m_terms.quota : 0;
     ticket.Night = m_form[genacc::chkMemberTimePeriod].ticked();
     MemberSchedule schedule;
-    schedule.Autorecharge = m_form[genacc::chkRecharge].ticked() ? m_form[genacc::cboRechargeDays].text()
-                                                                 : QStringLiteral("NONE");
+    schedule.Autorecharge
+        = m_form[genacc::chkRecharge].ticked() ? m_form[genacc::cboRechargeDays].text() : QStringLiteral("NONE");
     schedule.Reday = m_form[genacc::cboWeekday].text();
     schedule.Redate = today;
     schedule.Retime = m_form[genacc::cboRechargePeriod].text();
@@ -377,8 +342,8 @@ bool MembershipTicket::addMember()
         return false;
     const MemberDetails details = readMemberDetails(m_form);
     bool written = m_member.setValue(QStringLiteral("Member_ID"), m_group.toUpper());
-    written = (m_skipped ? blankMemberColumns(m_member, m_host.platform().today())
-                         : writeMemberColumns(m_member, details))
+    written
+        = (m_skipped ? blankMemberColumns(m_member, m_host.platform().today()) : writeMemberColumns(m_member, details))
         && written;
 
     // The picture keeps the name given here for as long as the member exists.
@@ -394,13 +359,17 @@ bool MembershipTicket::addMember()
 
 void MembershipTicket::clearAfterFinish()
 {
-    for (const QString& box : {genacc::chkUseTime, genacc::chkRecharge, genacc::chkMemberVIP, genacc::chkMemberTimePeriod})
+    for (const QString& box :
+        {genacc::chkUseTime, genacc::chkRecharge, genacc::chkMemberVIP, genacc::chkMemberTimePeriod})
         m_form[box].setValue(CheckState::Unchecked);
     m_form[genacc::txtMemberUsername].setText(QString());
     m_form[genacc::txtMemberPassword].setText(QString());
-    for (const QString& list :
-        {genacc::cboMemberHours, genacc::cboMemberMinutes, genacc::cboMemberCost, genacc::cboRechargeDays,
-            genacc::cboRechargePeriod, genacc::cboWeekday})
+    for (const QString& list : {genacc::cboMemberHours,
+             genacc::cboMemberMinutes,
+             genacc::cboMemberCost,
+             genacc::cboRechargeDays,
+             genacc::cboRechargePeriod,
+             genacc::cboWeekday})
         m_form[list].setListIndex(0);
     clearMemberFields(m_form, m_host.platform().today());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "issuing/SingleTicket.h"
 #include "store/Recordset.h"
 
 #include <QString>
@@ -30,9 +31,7 @@ public:
 private:
     bool checkUsername(bool finishing, QString& existingMember);
     bool checkPassword(bool finishing);
-    bool checkTime(double maxMinutes);
-    bool checkCost();
-    bool askForQuota();
+    bool checkTerms(double maxMinutes);
     void applyUseTime();
     bool askToClearPage();
     void fillTicketPanels();
@@ -51,10 +50,7 @@ private:
     WorkHost& m_host;
     Form& m_form;
     QString m_username;
-    double m_minutes = 0;
-    double m_cost = 0;
-    bool m_quotas = false;
-    qint32 m_quota = 0;
+    TypedTicketTerms m_terms;
     bool m_printAfter = false;
     bool m_skipped = false;
     QString m_group;

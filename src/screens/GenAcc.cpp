@@ -18,17 +18,6 @@ const QString CloseCaption = QStringLiteral("Clo&se");
 constexpr int StopColor = 255;
 constexpr int CloseColor = 16744576;
 
-const QStringList Weekdays = {QStringLiteral("SUN - SAT (ALL DAYS)"),
-    QStringLiteral("SUNDAY"),
-    QStringLiteral("MONDAY"),
-    QStringLiteral("TUESDAY"),
-    QStringLiteral("WEDNESDAY"),
-    QStringLiteral("THURSDAY"),
-    QStringLiteral("FRIDAY"),
-    QStringLiteral("SATURDAY"),
-    QStringLiteral("MON - FRI (WEEKDAY)"),
-    QStringLiteral("SAT - SUN (WEEKEND)")};
-
 const QStringList ExpiryEntries = {QStringLiteral("Fixed Expiration Date"),
     QStringLiteral("Flexible Expiration Date"),
     QStringLiteral("Never Expire")};
@@ -191,7 +180,7 @@ void GenAcc::load()
     const QString currency = settings.text(keys::Currency);
     (*this)[genacc::lblCost].setCaption(QStringLiteral("Cost for each Ticket (in ") + currency + QStringLiteral("):"));
     for (const QString& list : {genacc::cboWeekday}) {
-        (*this)[list].addItems(Weekdays);
+        (*this)[list].addItems(genacc::Weekdays);
         (*this)[list].setListIndex(0);
     }
     for (const QString& list : {genacc::cboExpiry, genacc::cboCustomExpiry, genacc::cboMemberExpiry})

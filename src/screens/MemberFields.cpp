@@ -32,7 +32,8 @@ const char* const FieldCaptions[MemberFieldCount] = {"Surname*:",
     "Recharge Time:",
     "Time Period:"};
 
-Control& addIndexed(Form& form, Control& frame, ControlKind kind, const QString& name, int index, const QString& caption)
+Control& addIndexed(
+    Form& form, Control& frame, ControlKind kind, const QString& name, int index, const QString& caption)
 {
     Control& control = form.addLabelled(kind, name, caption, index);
     control.setContainer(&frame);

@@ -34,8 +34,7 @@ void MemberList::build()
 
     addLabelled(ControlKind::CommandButton, memberlist::Command21, QStringLiteral("List All")).onClick
         = [directory] { directory().listAll(); };
-    addLabelled(ControlKind::CommandButton, memberlist::Command22, QStringLiteral("Edit")).onClick
-        = [this] { edit(); };
+    addLabelled(ControlKind::CommandButton, memberlist::Command22, QStringLiteral("Edit")).onClick = [this] { edit(); };
     addLabelled(ControlKind::CommandButton, memberlist::Command23, QStringLiteral("Delete")).onClick
         = [directory] { directory().deleteMember(); };
     addLabelled(ControlKind::CommandButton, memberlist::Command20, QStringLiteral("<< Back")).onClick

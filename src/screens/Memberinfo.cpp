@@ -1,5 +1,6 @@
 #include "screens/Memberinfo.h"
 
+#include "issuing/GenAccNames.h"
 #include "members/MemberEditing.h"
 #include "members/MemberRecord.h"
 #include "members/MemberinfoNames.h"
@@ -25,8 +26,7 @@ void Memberinfo::build()
     setCaption(QStringLiteral("Member's Information"));
     setSize(10800, 7800);
     const auto work = [this] { return MemberEditing(m_session, *this, m_registrationWeekday); };
-    Control& personal
-        = addLabelled(ControlKind::Frame, memberinfo::Frame22, QStringLiteral("Personal Information"));
+    Control& personal = addLabelled(ControlKind::Frame, memberinfo::Frame22, QStringLiteral("Personal Information"));
     Control& ticket = addLabelled(ControlKind::Frame, memberinfo::Frame28, QStringLiteral("Ticket Information"));
     buildMemberFields(*this, personal, ticket, m_session);
     buildSettings(addLabelled(ControlKind::Frame, memberinfo::Frame21, QStringLiteral("Member's Settings")));
@@ -62,6 +62,11 @@ void Memberinfo::build()
         (*this)[name].onClick = changed;
 
     onLoad = [this, work] { work().load(m_username); };
+    // Closing the window is "<< Back": unsaved changes are asked about, and a refused save stays.
+    onQueryUnload = [work](bool& cancel, int mode) {
+        if (mode == UnloadMode::FormControlMenu)
+            cancel = !work().leave();
+    };
 }
 
 void Memberinfo::buildSettings(Control& frame)
@@ -75,16 +80,7 @@ void Memberinfo::buildSettings(Control& frame)
     addDays.addItem(QStringLiteral("NVR"));
     Control& weekday
         = addToFrame(frame, ControlKind::ComboBox, memberinfo::Combo21, QStringLiteral("This Day of the Week:"));
-    weekday.addItems({QStringLiteral("SUN - SAT (ALL DAYS)"),
-        QStringLiteral("SUNDAY"),
-        QStringLiteral("MONDAY"),
-        QStringLiteral("TUESDAY"),
-        QStringLiteral("WEDNESDAY"),
-        QStringLiteral("THURSDAY"),
-        QStringLiteral("FRIDAY"),
-        QStringLiteral("SATURDAY"),
-        QStringLiteral("MON - FRI (WEEKDAY)"),
-        QStringLiteral("SAT - SUN (WEEKEND)")});
+    weekday.addItems(genacc::Weekdays);
     weekday.setListIndex(0);
     addToFrame(frame, ControlKind::CheckBox, memberinfo::Check18, QStringLiteral("Use ticket within Time Period"));
     addToFrame(frame, ControlKind::DateTimePicker, memberinfo::DT7, QStringLiteral("Start Time:"))

@@ -262,9 +262,9 @@ void ScenarioRunner::executeExpectation(const ScenarioCommand& command)
         m_platform.expectMenu({optional("item"), origin});
         break;
     case CommandId::ExpectFile:
-        m_platform.expectFileDialog(
-            command.has(QStringLiteral("path")) ? std::optional<QString>(inRun(command.arg(QStringLiteral("path"))))
-                                                : std::nullopt,
+        m_platform.expectFileDialog(command.has(QStringLiteral("path"))
+                ? std::optional<QString>(inRun(command.arg(QStringLiteral("path"))))
+                : std::nullopt,
             origin);
         break;
     case CommandId::ExpectColor:
@@ -585,7 +585,7 @@ QStringList ScenarioRunner::logRows(const QString& log) const
         for (const auto& start : m_platform.programsStarted())
             rows << QString((QStringList {start.wait ? QStringLiteral("wait") : QStringLiteral("start"), start.program}
                                 + start.arguments)
-                        .join(QStringLiteral(" | ")))
+                                .join(QStringLiteral(" | ")))
                         .replace(m_workFolder.path(), QStringLiteral("<run>"));
     } else if (log == QLatin1String("printed")) {
         for (const QList<PrintedLine>& job : m_platform.printJobs()) {

@@ -18,8 +18,8 @@
 #include <QDir>
 #include <QGroupBox>
 #include <QImage>
-#include <QPainter>
 #include <QLabel>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 

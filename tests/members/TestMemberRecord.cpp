@@ -81,18 +81,22 @@ void TestMemberRecord::testChecksInTheirOrder_data()
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("message");
     QTest::addColumn<int>("focus");
-    QTest::newRow("one-letter surname") << int(Surname) << "S" << "Surname is too short or blank!" << int(Surname);
-    QTest::newRow("one-letter first name") << int(Firstname) << "A" << "Firstname is too short or blank!"
-                                           << int(Firstname);
-    QTest::newRow("one-letter address") << int(Address) << "X" << "Address is too short or blank!" << int(Address);
-    QTest::newRow("two-letter state") << int(State) << "LA" << "State is too short or blank!" << int(State);
-    QTest::newRow("five-digit telephone") << int(Telephone) << "12345" << "Telephone number is too short or blank!"
-                                          << int(Telephone);
-    QTest::newRow("one-letter country") << int(Country) << "N" << "Country is too short or blank!" << int(Country);
-    QTest::newRow("four-character email") << int(Email) << "a@b." << "Email Address is too short or blank!"
-                                          << int(Email);
-    QTest::newRow("four-character id") << int(IdentificationNumber) << "A123" << "Identication Item is too short or blank!"
-                                       << int(IdentificationNumber);
+    QTest::newRow("one-letter surname") << int(Surname) << "S"
+                                        << "Surname is too short or blank!" << int(Surname);
+    QTest::newRow("one-letter first name") << int(Firstname) << "A"
+                                           << "Firstname is too short or blank!" << int(Firstname);
+    QTest::newRow("one-letter address") << int(Address) << "X"
+                                        << "Address is too short or blank!" << int(Address);
+    QTest::newRow("two-letter state") << int(State) << "LA"
+                                      << "State is too short or blank!" << int(State);
+    QTest::newRow("five-digit telephone") << int(Telephone) << "12345"
+                                          << "Telephone number is too short or blank!" << int(Telephone);
+    QTest::newRow("one-letter country") << int(Country) << "N"
+                                        << "Country is too short or blank!" << int(Country);
+    QTest::newRow("four-character email") << int(Email) << "a@b."
+                                          << "Email Address is too short or blank!" << int(Email);
+    QTest::newRow("four-character id") << int(IdentificationNumber) << "A123"
+                                       << "Identication Item is too short or blank!" << int(IdentificationNumber);
 }
 
 void TestMemberRecord::testChecksInTheirOrder()
@@ -165,7 +169,8 @@ void TestMemberRecord::testSpecifyOrderOnlyWhenEnabled()
 
 void TestMemberRecord::testPictureFileName()
 {
-    QCOMPARE(pictureFileName(QStringLiteral("240315090703"), QStringLiteral("smith")), QStringLiteral("240315090703SM"));
+    QCOMPARE(
+        pictureFileName(QStringLiteral("240315090703"), QStringLiteral("smith")), QStringLiteral("240315090703SM"));
     QCOMPARE(pictureFileName(QStringLiteral("240315090703"), QString()), QStringLiteral("240315090703"));
 }
 
@@ -220,9 +225,12 @@ void TestMemberRecord::testScannerProgramPath_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("program");
-    QTest::newRow("windows folder") << "C:\\Norvantis" << "C:\\Norvantis\\pelcap.exe";
-    QTest::newRow("windows folder with separator") << "C:\\Norvantis\\" << "C:\\Norvantis\\pelcap.exe";
-    QTest::newRow("posix folder") << "/opt/norvantis" << "/opt/norvantis/pelcap.exe";
+    QTest::newRow("windows folder") << "C:\\Norvantis"
+                                    << "C:\\Norvantis\\pelcap.exe";
+    QTest::newRow("windows folder with separator") << "C:\\Norvantis\\"
+                                                   << "C:\\Norvantis\\pelcap.exe";
+    QTest::newRow("posix folder") << "/opt/norvantis"
+                                  << "/opt/norvantis/pelcap.exe";
 }
 
 void TestMemberRecord::testScannerProgramPath()

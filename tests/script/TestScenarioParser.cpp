@@ -291,7 +291,9 @@ private slots:
         const QStringList syntax = scenarioSyntax();
         QVERIFY(syntax.contains(QStringLiteral("type <control> <text>")));
         QVERIFY(syntax.contains(QStringLiteral("at yield <n:int> <command:command>")));
-        QCOMPARE(syntax.size(), 41);
+        QVERIFY(syntax.contains(QStringLiteral("file <path> size <bytes:int>")));
+        QVERIFY(syntax.contains(QStringLiteral("check files <folder> is <expected:block>")));
+        QCOMPARE(syntax.size(), 45);
     }
 };
 

@@ -1,7 +1,7 @@
 #include "desktop/views/GenAccView.h"
 
-#include "desktop/views/ViewKit.h"
 #include "desktop/views/MemberViews.h"
+#include "desktop/views/ViewKit.h"
 #include "issuing/GenAccNames.h"
 #include "members/MemberinfoNames.h"
 

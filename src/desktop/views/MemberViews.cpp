@@ -36,8 +36,7 @@ QWidget* sized(QWidget* widget, int width)
     return widget;
 }
 
-QFormLayout* fieldForm(
-    ViewKit& kit, QWidget* parent, std::initializer_list<int> indexes, int width = textFieldWidth)
+QFormLayout* fieldForm(ViewKit& kit, QWidget* parent, std::initializer_list<int> indexes, int width = textFieldWidth)
 {
     QFormLayout* form = formLayout();
     form->setContentsMargins(0, 0, 0, 0);
@@ -95,7 +94,8 @@ QWidget* pictureColumn(ViewKit& kit, QWidget* parent)
     return column;
 }
 
-QHBoxLayout* buttonRow(ViewKit& kit, QWidget* parent, std::initializer_list<QString> left, std::initializer_list<QString> right)
+QHBoxLayout* buttonRow(
+    ViewKit& kit, QWidget* parent, std::initializer_list<QString> left, std::initializer_list<QString> right)
 {
     auto* row = new QHBoxLayout;
     for (const QString& name : left)
@@ -190,7 +190,8 @@ void buildMemberinfoView(Form& form, QWidget& root, ViewWidgets& widgets)
         kit.addRow(*settingsForm, name, settings);
     settingsLayout->addLayout(settingsForm);
     auto* commands = new QGridLayout;
-    const QString buttons[] = {memberinfo::Command29, memberinfo::Command32, memberinfo::Command30, memberinfo::Command31};
+    const QString buttons[]
+        = {memberinfo::Command29, memberinfo::Command32, memberinfo::Command30, memberinfo::Command31};
     for (int i = 0; i < 4; ++i) {
         if (QWidget* button = kit.make(buttons[i], settings))
             commands->addWidget(button, i / 2, i % 2);
@@ -202,10 +203,8 @@ void buildMemberinfoView(Form& form, QWidget& root, ViewWidgets& widgets)
     layout->addLayout(columns);
     layout->addStretch(1);
 
-    layout->addLayout(buttonRow(kit,
-        &root,
-        {memberinfo::Command25},
-        {memberinfo::Command26, memberinfo::Command28, memberinfo::Command27}));
+    layout->addLayout(buttonRow(
+        kit, &root, {memberinfo::Command25}, {memberinfo::Command26, memberinfo::Command28, memberinfo::Command27}));
 }
 
 void buildMemberListView(Form& form, QWidget& root, ViewWidgets& widgets)
