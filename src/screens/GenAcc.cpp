@@ -70,7 +70,8 @@ void GenAcc::buildFrame()
         QStringLiteral("Membership Ticket"),
         QStringLiteral("Existing Ticket"),
         QStringLiteral("Settings")});
-    tabs.onBeforeClick = [this](bool& cancel) { cancel = busy(); };
+    // The member page stands over the tabs until "<< Back" or the registration ends.
+    tabs.onBeforeClick = [this](bool& cancel) { cancel = busy() || (*this)[genacc::FMemberPage].visible(); };
     tabs.onClick = [this] { changeTab(); };
 
     // The grid every tab lists its tickets in.
