@@ -28,8 +28,9 @@ int TestMemberFailures::run(const QString& script, QString& output)
     ops.add(QStringLiteral("refuse"), [](ScenarioContext& context, const ScenarioArguments& arguments) {
         Connection connection;
         QVERIFY2(connection.Open(context.connectionString), qPrintable(connection.lastError()));
-        QVERIFY2(connection.executeNative(QStringLiteral("CREATE TRIGGER refuse BEFORE ")
-                     + arguments.positional().join(u' ') + QStringLiteral(" BEGIN SELECT RAISE(ABORT, 'refused'); END")),
+        QVERIFY2(
+            connection.executeNative(QStringLiteral("CREATE TRIGGER refuse BEFORE ") + arguments.positional().join(u' ')
+                + QStringLiteral(" BEGIN SELECT RAISE(ABORT, 'refused'); END")),
             qPrintable(connection.lastError()));
     });
     QTextStream out(&output);
