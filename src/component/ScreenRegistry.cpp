@@ -1,9 +1,12 @@
 #include "component/ScreenRegistry.h"
 
+#include "issuing/GenAccNames.h"
 #include "screens/AccountInfo.h"
 #include "screens/ContPass.h"
 #include "screens/GenAcc.h"
 #include "screens/GenPasstoAccs.h"
+#include "screens/MemberList.h"
+#include "screens/Memberinfo.h"
 #include "screens/Options.h"
 #include "screens/RecycleBin.h"
 
@@ -36,6 +39,10 @@ std::unique_ptr<Form> ScreenRegistry::create(Screen screen)
         return std::make_unique<RecycleBin>(m_session);
     case Screen::AccountInfo:
         return std::make_unique<AccountInfo>(m_session);
+    case Screen::MemberList:
+        return std::make_unique<MemberList>(m_session, *this);
+    case Screen::Memberinfo:
+        return std::make_unique<Memberinfo>(m_session, [this] { return registrationWeekday(); });
     }
     return nullptr;
 }
@@ -65,6 +72,30 @@ void ScreenRegistry::showRecycleBin()
 void ScreenRegistry::showContPass()
 {
     show(Screen::ContPass);
+}
+
+void ScreenRegistry::showMemberList(const QString& username)
+{
+    MemberList list(m_session, *this);
+    list.setSearchName(username);
+    list.showModal();
+}
+
+QString ScreenRegistry::showMemberinfo(const QString& username)
+{
+    Memberinfo record(m_session, [this] { return registrationWeekday(); });
+    record.setUsername(username);
+    record.showModal();
+    return record.currentUsername();
+}
+
+QString ScreenRegistry::registrationWeekday() const
+{
+    const auto found = m_kept.find(Screen::GenAcc);
+    if (found == m_kept.end() || !found->second)
+        return QString();
+    const Control* weekday = found->second->control(genacc::cboWeekday);
+    return weekday ? weekday->text() : QString();
 }
 
 } // namespace marlet

@@ -11,7 +11,7 @@ class Form;
 class Session;
 
 // The screens of the component.
-enum class Screen { GenAcc, GenPasstoAccs, ContPass, Options, RecycleBin, AccountInfo };
+enum class Screen { GenAcc, GenPasstoAccs, ContPass, Options, RecycleBin, AccountInfo, MemberList, Memberinfo };
 
 // Makes the component's screens and keeps those that live as long as the component: GenAcc,
 // GenPasstoAccs and ContPass are the same object each time they are shown, the others are made for
@@ -30,9 +30,13 @@ public:
     void showGenAcc() override;
     void showRecycleBin() override;
     void showContPass() override;
+    void showMemberList(const QString& username) override;
+    QString showMemberinfo(const QString& username) override;
 
 private:
     static bool kept(Screen screen);
+    // The weekday list of the generate screen's member tab, empty while that screen is not made.
+    QString registrationWeekday() const;
 
     Session& m_session;
     std::map<Screen, std::unique_ptr<Form>> m_kept;

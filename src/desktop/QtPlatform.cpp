@@ -20,7 +20,9 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QImage>
+#include <QInputDialog>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -252,6 +254,29 @@ QByteArray QtPlatform::clipboardImage() const
 void QtPlatform::clearClipboard()
 {
     QGuiApplication::clipboard()->clear();
+}
+
+// The scanners that SANE knows, as "scanimage -f" lists them; the one chosen becomes the default
+// device of the scanner front end, which this process starts.
+bool QtPlatform::selectImageSource()
+{
+    QProcess list;
+    list.start(QStringLiteral("scanimage"), {QStringLiteral("-f"), QStringLiteral("%d%n")});
+    QStringList devices;
+    if (list.waitForFinished(30000) && list.exitStatus() == QProcess::NormalExit)
+        devices = QString::fromLocal8Bit(list.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    QWidget* parent = QApplication::activeWindow();
+    if (devices.isEmpty()) {
+        QMessageBox::information(parent, MessageTitle(), QStringLiteral("No scanner was found on this computer."));
+        return false;
+    }
+    bool chosen = false;
+    const QString device = QInputDialog::getItem(
+        parent, MessageTitle(), QStringLiteral("Select Image Source"), devices, 0, false, &chosen);
+    if (!chosen)
+        return false;
+    qputenv("SANE_DEFAULT_DEVICE", device.toLocal8Bit());
+    return true;
 }
 
 } // namespace marlet

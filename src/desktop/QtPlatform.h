@@ -42,6 +42,7 @@ public:
     bool startProgram(const QString& program, const QStringList& arguments, bool wait) override;
     QByteArray clipboardImage() const override;
     void clearClipboard() override;
+    bool selectImageSource() override;
 
     // A file filter as the screens write it ("Pictures (*.bmp;*.jpg)|*.bmp;*.jpg", description
     // and patterns in pairs) in Qt's terms ("Pictures (*.bmp *.jpg)" per entry).

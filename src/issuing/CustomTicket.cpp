@@ -3,6 +3,7 @@
 #include "issuing/Expiry.h"
 #include "issuing/GenAccNames.h"
 #include "issuing/Quota.h"
+#include "issuing/SingleTicket.h"
 #include "issuing/TicketGroup.h"
 #include "issuing/TicketNames.h"
 #include "issuing/TicketRow.h"
@@ -24,7 +25,6 @@ namespace {
 
 // The longest credit a custom ticket takes: 360 hours, in minutes.
 constexpr double MaxMinutes = 21600;
-constexpr double MaxCost = 10000;
 
 } // namespace
 
@@ -48,8 +48,7 @@ bool CustomTicket::warn(const QString& message) const
 
 void CustomTicket::run()
 {
-    const bool go
-        = checkUsername() && checkPassword() && checkTime() && checkCost() && askForQuota() && confirm() && askPrint();
+    const bool go = checkUsername() && checkPassword() && checkTerms() && confirm() && askPrint();
     if (go && addGroup() && addTicket() && completeGroup())
         finish();
     // Whatever ended the operation, its record sets do not outlive it.
@@ -85,35 +84,17 @@ bool CustomTicket::checkPassword()
     return true;
 }
 
-bool CustomTicket::checkTime()
+bool CustomTicket::checkTerms()
 {
-    m_minutes = values::leadingNumber(m_form[genacc::cboCustomMinutes].text())
-        + values::leadingNumber(m_form[genacc::cboCustomHours].text()) * 60;
-    if (m_minutes == 0)
-        return warn(QStringLiteral("Time is Zero!"));
-    if (m_minutes < 1 || m_minutes > MaxMinutes)
-        return warn(QStringLiteral("Time Value small or large or invalid!"));
-    return true;
-}
-
-bool CustomTicket::checkCost()
-{
-    m_cost = values::leadingNumber(m_form[genacc::cboCustomCost].text());
-    if (m_cost < 0 || m_cost > MaxCost)
-        return warn(QStringLiteral("Cost Value small or large or invalid!"));
-    return true;
-}
-
-bool CustomTicket::askForQuota()
-{
-    m_quotas = quotasOn(settings());
-    if (!m_quotas)
-        return true;
-    const std::optional<qint32> quota = askQuota(m_host.platform(), TicketPath::Custom);
-    if (!quota)
-        return false;
-    m_quota = *quota;
-    return true;
+    const std::optional<TypedTicketTerms> terms = typedTicketTerms(m_host,
+        {m_form[genacc::cboCustomHours].text(),
+            m_form[genacc::cboCustomMinutes].text(),
+            m_form[genacc::cboCustomCost].text(),
+            MaxMinutes,
+            TicketPath::Custom,
+            std::nullopt});
+    m_terms = terms.value_or(TypedTicketTerms());
+    return terms.has_value();
 }
 
 bool CustomTicket::confirm()
@@ -123,12 +104,12 @@ bool CustomTicket::confirm()
         expiryKind(m_form[genacc::cboCustomExpiry].listIndex()),
         m_form[genacc::txtCustomDays].text(),
         m_host.platform().today());
-    const QString question = QStringLiteral("You have choosen to Generate a ticket of ") + values::numberText(m_minutes)
-        + QStringLiteral("min(s)' Ticket(s) of Cost ") + prefs.text(keys::Currency) + values::numberText(m_cost)
-        + QStringLiteral(" with Expiration Date of ") + expiry
-        + (m_form[genacc::chkCustomTimePeriod].ticked() ? QStringLiteral(" and for Time Ticket") : QString())
+    const QString question = QStringLiteral("You have choosen to Generate a ticket of ")
+        + values::numberText(m_terms.minutes) + QStringLiteral("min(s)' Ticket(s) of Cost ")
+        + prefs.text(keys::Currency) + values::numberText(m_terms.cost) + QStringLiteral(" with Expiration Date of ")
+        + expiry + (m_form[genacc::chkCustomTimePeriod].ticked() ? QStringLiteral(" and for Time Ticket") : QString())
         + (m_form[genacc::chkCustomOnce].ticked() ? QStringLiteral(" to be used Once") : QString())
-        + quotaConfirmationText(m_quotas, m_quota) + QStringLiteral(", Continue?");
+        + quotaConfirmationText(m_terms.quotas, m_terms.quota) + QStringLiteral(", Continue?");
     // Unlike a batch, Yes is the default here.
     return m_host.platform().messageBox(question, MsgStyle::YesNoQuestion) == MsgResult::Yes;
 }
@@ -145,14 +126,9 @@ bool CustomTicket::askPrint()
 
 bool CustomTicket::addGroup()
 {
-    m_host.resetTicketGrid();
-    // A custom group holds one ticket; Amount is the cost as a number, not the field's text.
-    const NewTicketGroup group = addTicketGroup(m_groupRow,
-        m_host.session().connection(),
-        {QString(), 1, m_minutes, m_cost, m_cost, m_host.session().general.byWhom()},
-        m_host.platform().now());
-    m_group = group.TicketGrp;
-    return group.added;
+    const std::optional<QString> group = addSingleTicketGroup(m_host, m_groupRow, m_terms.minutes, m_terms.cost);
+    m_group = group.value_or(QString());
+    return group.has_value();
 }
 
 bool CustomTicket::addTicket()
@@ -162,17 +138,17 @@ bool CustomTicket::addTicket()
     ticket.TicketNo = CustomTicketNo;
     ticket.Username = m_username;
     ticket.Password = typedPassword(m_form[genacc::txtCustomPassword].text());
-    ticket.seconds = m_minutes * 60;
+    ticket.seconds = m_terms.minutes * 60;
     ticket.ByWhom = m_host.session().general.byWhom();
     ticket.created = m_host.platform().today();
     ticket.expiry = expiryColumns(expiryKind(m_form[genacc::cboCustomExpiry].listIndex()),
         values::leadingNumber(m_form[genacc::txtCustomDays].text()),
         ticket.created,
         TicketPath::Custom);
-    ticket.Amount = ticketAmount(settings(), values::numberText(m_cost));
+    ticket.Amount = ticketAmount(settings(), values::numberText(m_terms.cost));
     ticket.StartTime = m_form[genacc::dtCustomStart].dateTime();
     ticket.EndTime = m_form[genacc::dtCustomEnd].dateTime();
-    ticket.Quota = m_quotas ? m_quota : 0;
+    ticket.Quota = m_terms.quotas ? m_terms.quota : 0;
     ticket.Night = m_form[genacc::chkCustomTimePeriod].value() == 1;
     ticket.Once = m_form[genacc::chkCustomOnce].value() == 1;
     if (!m_ticket.AddNew() || !writeTicketRow(m_ticket, ticket) || !m_ticket.Update())
@@ -197,20 +173,12 @@ bool CustomTicket::completeGroup()
 
 void CustomTicket::finish()
 {
-    Platform& platform = m_host.platform();
-    if (!m_printAfter) {
-        platform.messageBox(QStringLiteral("Ticket Created Successfully!"), MsgStyle::Info);
-        platform.yield();
-        m_host.EndProgress();
-        platform.yield();
-        platform.sleep(500);
-    }
-    platform.sleep(500);
+    announceSingleTicket(m_host, m_printAfter, QStringLiteral("Ticket Created Successfully!"));
     m_form[genacc::chkCustomVIP].setValue(CheckState::Unchecked);
     m_form[genacc::chkCustomTimePeriod].setValue(CheckState::Unchecked);
     m_form[genacc::txtCustomUsername].setText(QString());
     m_form[genacc::txtCustomPassword].setText(QString());
-    platform.yield();
+    m_host.platform().yield();
     if (m_printAfter)
         BuildPrintPreview(m_host, Statement(QStringLiteral("Select * From Account where TicketGrp = '{}'"), {m_group}));
 }

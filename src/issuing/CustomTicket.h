@@ -1,5 +1,6 @@
 #pragma once
 
+#include "issuing/SingleTicket.h"
 #include "store/Recordset.h"
 
 #include <QString>
@@ -28,9 +29,7 @@ private:
     // Validation and questions; false when the operation ends.
     bool checkUsername();
     bool checkPassword();
-    bool checkTime();
-    bool checkCost();
-    bool askForQuota();
+    bool checkTerms();
     bool confirm();
     bool askPrint();
 
@@ -46,10 +45,7 @@ private:
     WorkHost& m_host;
     Form& m_form;
     QString m_username; // as stored: upper case, with the VIP prefix
-    double m_minutes = 0;
-    double m_cost = 0;
-    bool m_quotas = false;
-    qint32 m_quota = 0;
+    TypedTicketTerms m_terms;
     bool m_printAfter = false;
     QString m_group;
     Recordset m_ticket; // the name lookup, on which the new ticket is added

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -89,6 +90,13 @@ inline const QString cboWeekday = QStringLiteral("cboWeekday");
 inline const QString dtMemberStart = QStringLiteral("dtMemberStart");
 inline const QString dtMemberEnd = QStringLiteral("dtMemberEnd");
 inline const QString cmdCreateMember = QStringLiteral("cmdCreateMember");
+// "Existing Members", which opens the member directory.
+inline const QString Command24 = QStringLiteral("Command24");
+// The member page that the first step opens over the tab: the member fields under the names of
+// the member record screen, with "<< Back" and "Finish Registration ||".
+inline const QString FMemberPage = QStringLiteral("FMemberPage");
+inline const QString cmdMemberBack = QStringLiteral("cmdMemberBack");
+inline const QString cmdFinishMember = QStringLiteral("cmdFinishMember");
 
 // Existing Ticket: the selection with its options "&All", "Un&used", "U&sed", "By &Time" and "By Ticket Group",
 // its entry boxes for minutes and group, and the buttons beside the grid.
@@ -135,6 +143,17 @@ inline const QString cmdSaveChanges = QStringLiteral("cmdSaveChanges");
 
 // The selection's options in their order, "&All" first.
 inline const std::array<QString, 5> SelectionOptions {Option1, Option2, Option3, Option4, Option5};
+// The entries of the weekday lists, the member tab's and the member record's.
+inline const QStringList Weekdays {QStringLiteral("SUN - SAT (ALL DAYS)"),
+    QStringLiteral("SUNDAY"),
+    QStringLiteral("MONDAY"),
+    QStringLiteral("TUESDAY"),
+    QStringLiteral("WEDNESDAY"),
+    QStringLiteral("THURSDAY"),
+    QStringLiteral("FRIDAY"),
+    QStringLiteral("SATURDAY"),
+    QStringLiteral("MON - FRI (WEEKDAY)"),
+    QStringLiteral("SAT - SUN (WEEKEND)")};
 // The tab frames in the order of their tabs.
 inline const std::array<QString, 5> TabFrames {FNew, FCustom, FMember, FExist, FSetting};
 

@@ -143,6 +143,9 @@ public:
     // The clipboard's picture as PNG bytes, empty when it holds none.
     virtual QByteArray clipboardImage() const = 0;
     virtual void clearClipboard() = 0;
+    // Lets the operator choose the scanner that the scanner front end reads from. False when no
+    // scanner can be chosen.
+    virtual bool selectImageSource() = 0;
 };
 
 } // namespace marlet

@@ -298,4 +298,10 @@ QByteArray TerminalPlatform::clipboardImage() const
 
 void TerminalPlatform::clearClipboard() {}
 
+// A terminal has no scanner dialog.
+bool TerminalPlatform::selectImageSource()
+{
+    return false;
+}
+
 } // namespace marlet

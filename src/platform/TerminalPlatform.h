@@ -39,6 +39,7 @@ public:
     bool startProgram(const QString& program, const QStringList& arguments, bool wait) override;
     QByteArray clipboardImage() const override;
     void clearClipboard() override;
+    bool selectImageSource() override;
 
 private:
     // One line from the terminal; nullopt at the end of input.

@@ -19,17 +19,6 @@ const QString CloseCaption = QStringLiteral("Clo&se");
 constexpr int StopColor = 255;
 constexpr int CloseColor = 16744576;
 
-const QStringList Weekdays = {QStringLiteral("SUN - SAT (ALL DAYS)"),
-    QStringLiteral("SUNDAY"),
-    QStringLiteral("MONDAY"),
-    QStringLiteral("TUESDAY"),
-    QStringLiteral("WEDNESDAY"),
-    QStringLiteral("THURSDAY"),
-    QStringLiteral("FRIDAY"),
-    QStringLiteral("SATURDAY"),
-    QStringLiteral("MON - FRI (WEEKDAY)"),
-    QStringLiteral("SAT - SUN (WEEKEND)")};
-
 const QStringList ExpiryEntries = {QStringLiteral("Fixed Expiration Date"),
     QStringLiteral("Flexible Expiration Date"),
     QStringLiteral("Never Expire")};
@@ -82,7 +71,8 @@ void GenAcc::buildFrame()
         QStringLiteral("Membership Ticket"),
         QStringLiteral("Existing Ticket"),
         QStringLiteral("Settings")});
-    tabs.onBeforeClick = [this](bool& cancel) { cancel = busy(); };
+    // The member page stands over the tabs until "<< Back" or the registration ends.
+    tabs.onBeforeClick = [this](bool& cancel) { cancel = busy() || (*this)[genacc::FMemberPage].visible(); };
     tabs.onClick = [this] { changeTab(); };
 
     // The grid every tab lists its tickets in.
@@ -92,6 +82,7 @@ void GenAcc::buildFrame()
     buildMemberTab(add(ControlKind::Frame, genacc::FMember));
     buildExistingTab(add(ControlKind::Frame, genacc::FExist));
     buildSettingsTab(add(ControlKind::Frame, genacc::FSetting));
+    buildMemberPage();
 
     buildProgressPanel();
 
@@ -191,7 +182,7 @@ void GenAcc::load()
     const QString currency = settings.text(keys::Currency);
     (*this)[genacc::lblCost].setCaption(QStringLiteral("Cost for each Ticket (in ") + currency + QStringLiteral("):"));
     for (const QString& list : {genacc::cboWeekday}) {
-        (*this)[list].addItems(Weekdays);
+        (*this)[list].addItems(genacc::Weekdays);
         (*this)[list].setListIndex(0);
     }
     for (const QString& list : {genacc::cboExpiry, genacc::cboCustomExpiry, genacc::cboMemberExpiry})

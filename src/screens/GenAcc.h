@@ -47,6 +47,7 @@ private:
     void buildNewTab(Control& frame);
     void buildCustomTab(Control& frame);
     void buildMemberTab(Control& frame);
+    void buildMemberPage();
     void buildExistingTab(Control& frame);
     void buildSelection(Control& frame);
     void buildGridMenu();

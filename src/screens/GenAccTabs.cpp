@@ -7,9 +7,12 @@
 #include "issuing/BatchGeneration.h"
 #include "issuing/CustomTicket.h"
 #include "issuing/GenAccNames.h"
+#include "members/MemberinfoNames.h"
+#include "members/MembershipTicket.h"
 #include "platform/KeyRules.h"
 #include "platform/Platform.h"
 #include "screens/GenAccControls.h"
+#include "screens/MemberFields.h"
 #include "screens/ScreenOpener.h"
 #include "session/Session.h"
 #include "values/Numbers.h"
@@ -201,7 +204,9 @@ void GenAcc::buildMemberTab(Control& frame)
     genacc::wireExpiry(*this, expiry, days, daysLabel);
 
     Control& vip = addToFrame(frame, ControlKind::CheckBox, genacc::chkMemberVIP, QStringLiteral("Make ticket in VIP"));
-    genacc::wireVip(*this, vip, &user);
+    // The box limits the Custom tab's name field, not this tab's: a member's name keeps its ten
+    // characters and the prefix comes on top.
+    genacc::wireVip(*this, vip, &(*this)[genacc::txtCustomUsername]);
     Control& period = addToFrame(
         frame, ControlKind::CheckBox, genacc::chkMemberTimePeriod, QStringLiteral("Use ticket within Time Period"));
     addToFrame(frame, ControlKind::ComboBox, genacc::cboWeekday, QStringLiteral("Use only on this Day of the Week:"));
@@ -210,7 +215,31 @@ void GenAcc::buildMemberTab(Control& frame)
     Control& end = addToFrame(frame, ControlKind::DateTimePicker, genacc::dtMemberEnd, QStringLiteral("End Time:"));
     genacc::wireTimePeriod(period, nullptr, start, end);
     addToFrame(
-        frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"));
+        frame, ControlKind::CommandButton, genacc::cmdCreateMember, QStringLiteral("Create a Membership Ticket >>"))
+        .onClick
+        = [this] {
+              const QString member = MembershipTicket(*this).begin();
+              if (!member.isEmpty())
+                  m_screens.showMemberList(member);
+          };
+    addToFrame(frame, ControlKind::CommandButton, genacc::Command24, QStringLiteral("Existing Members")).onClick
+        = [this] { m_screens.showMemberList(QString()); };
+}
+
+void GenAcc::buildMemberPage()
+{
+    Control& page = add(ControlKind::Frame, genacc::FMemberPage);
+    page.setVisible(false);
+    Control& ticket = addToFrame(page, ControlKind::Frame, memberinfo::Frame28, QStringLiteral("Ticket Information"));
+    buildMemberFields(*this, page, ticket, m_session);
+    // A new member's date of birth starts at today, as a cleared page leaves it.
+    (*this)[memberinfo::DateofBirth].setDateTime(QDateTime(platform().today(), QTime()));
+    addToFrame(page, ControlKind::CheckBox, memberinfo::Check16, QStringLiteral("Skip Membership Information"));
+    addToFrame(page, ControlKind::CommandButton, genacc::cmdMemberBack, QStringLiteral("<< Back")).onClick
+        = [this] { MembershipTicket(*this).back(); };
+    addToFrame(page, ControlKind::CommandButton, genacc::cmdFinishMember, QStringLiteral("Finish Registration ||"))
+        .onClick
+        = [this] { MembershipTicket(*this).finish(); };
 }
 
 void GenAcc::buildExistingTab(Control& frame)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace marlet {
 
 // How a screen opens another screen of the component. The component implements it and hands it to
@@ -15,6 +17,11 @@ public:
     virtual void showRecycleBin() = 0;
     // The password gate, asked through the session's PassMode; the same object each time.
     virtual void showContPass() = 0;
+    // The member directory; with a user name, the search by user name runs on it at once.
+    virtual void showMemberList(const QString& username) = 0;
+    // The member record of a user name. Returns the name the record stands under when it closes,
+    // which a rename has changed.
+    virtual QString showMemberinfo(const QString& username) = 0;
 };
 
 } // namespace marlet

@@ -19,6 +19,9 @@ enum class CommandId {
     Printer,
     Component,
     SerialPorts,
+    File,
+    Clipboard,
+    ProgramsFail,
     ExpectMessage,
     ExpectInput,
     ExpectMenu,
@@ -49,6 +52,7 @@ enum class CommandId {
     CheckLog,
     CheckRows,
     CheckPref,
+    CheckFiles,
 };
 
 // One command of a script with its arguments by name, as the syntax table names them.

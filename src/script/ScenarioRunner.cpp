@@ -161,6 +161,9 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::Printer:
     case CommandId::Component:
     case CommandId::SerialPorts:
+    case CommandId::File:
+    case CommandId::Clipboard:
+    case CommandId::ProgramsFail:
         return executeSetup(command);
     case CommandId::ExpectMessage:
     case CommandId::ExpectInput:
@@ -183,6 +186,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::CheckLog:
     case CommandId::CheckRows:
     case CommandId::CheckPref:
+    case CommandId::CheckFiles:
         return executeCheck(command);
     default:
         return executeAction(command);
@@ -221,6 +225,15 @@ void ScenarioRunner::executeSetup(const ScenarioCommand& command)
         break;
     case CommandId::SerialPorts:
         m_platform.setSerialPortWorks(arg("state") == QLatin1String("work"));
+        break;
+    case CommandId::File:
+        makeFile(inRun(arg("path")), command.intArg(QStringLiteral("bytes")));
+        break;
+    case CommandId::Clipboard:
+        m_platform.setClipboardImage(QByteArray(command.intArg(QStringLiteral("bytes")), 'P'));
+        break;
+    case CommandId::ProgramsFail:
+        m_platform.setStartProgramResult(false);
         break;
     default:
         break;
@@ -318,7 +331,10 @@ void ScenarioRunner::openOperation(const ScenarioCommand& command)
         m_workFolder.path(),
         m_database ? m_database->connectionString() : QString(),
         m_database.get()};
-    (*operation)(context, ScenarioArguments(command.rest));
+    QStringList arguments;
+    for (const QString& argument : command.rest)
+        arguments << inRun(argument);
+    (*operation)(context, ScenarioArguments(arguments));
 }
 
 void ScenarioRunner::atYield(const ScenarioCommand& command)
@@ -405,6 +421,8 @@ void ScenarioRunner::executeAction(const ScenarioCommand& command)
 
 void ScenarioRunner::keyboardAction(const ScenarioCommand& command, Control& control)
 {
+    if (command.id == CommandId::Set && control.kind() == ControlKind::DateTimePicker)
+        return setDateTime(control, command.arg(QStringLiteral("text")));
     if ((command.id == CommandId::Type || command.id == CommandId::Set) && !takesText(control))
         return fail(describe(control) + QStringLiteral(" takes no text"));
     if (!Operator::focus(control))
@@ -533,6 +551,9 @@ void ScenarioRunner::executeCheck(const ScenarioCommand& command)
     case CommandId::CheckLog:
         compareRows(command.block, logRows(command.arg(QStringLiteral("log"))));
         break;
+    case CommandId::CheckFiles:
+        compareRows(command.block, fileRows(inRun(command.arg(QStringLiteral("folder")))));
+        break;
     case CommandId::CheckRows:
         return checkRows(command);
     case CommandId::CheckPref:
@@ -591,14 +612,53 @@ QStringList ScenarioRunner::logRows(const QString& log) const
         }
     } else if (log == QLatin1String("programs")) {
         for (const auto& start : m_platform.programsStarted())
-            rows << (QStringList {start.wait ? QStringLiteral("wait") : QStringLiteral("start"), start.program}
-                + start.arguments)
-                        .join(QStringLiteral(" | "));
+            rows << QString((QStringList {start.wait ? QStringLiteral("wait") : QStringLiteral("start"), start.program}
+                                + start.arguments)
+                                .join(QStringLiteral(" | ")))
+                        .replace(m_workFolder.path(), QStringLiteral("<run>"));
+    } else if (log == QLatin1String("printed")) {
+        for (const QList<PrintedLine>& job : m_platform.printJobs()) {
+            for (const PrintedLine& line : job)
+                rows << line.text;
+        }
+    } else if (log == QLatin1String("scanners")) {
+        for (int i = 0; i < m_platform.imageSourceChoices(); ++i)
+            rows << QStringLiteral("select image source");
     } else if (log == QLatin1String("serial")) {
         for (const auto& write : m_platform.serialWrites())
             rows << write.port + QStringLiteral(" | ") + QString::number(write.baud) + QStringLiteral(" | ")
                     + QString::fromLatin1(write.data);
     }
+    return rows;
+}
+
+// A picker takes a date, "yyyy-MM-dd", or a date and time, "yyyy-MM-dd HH:mm:ss", as a person picks it.
+void ScenarioRunner::setDateTime(Control& control, const QString& text)
+{
+    QDateTime value = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    if (!value.isValid())
+        value = QDateTime(QDate::fromString(text, QStringLiteral("yyyy-MM-dd")), QTime(0, 0));
+    if (!value.isValid())
+        return fail(ScriptedPlatform::visible(text) + QStringLiteral(" is no date (yyyy-MM-dd [HH:mm:ss])"));
+    if (!Operator::focus(control))
+        return fail(describe(control) + QStringLiteral(" cannot take the focus"));
+    control.setDateTime(value);
+}
+
+void ScenarioRunner::makeFile(const QString& path, int bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(QByteArray(bytes, 'F')) != bytes)
+        fail(QStringLiteral("cannot write ") + path + QStringLiteral(": ") + file.errorString());
+}
+
+QStringList ScenarioRunner::fileRows(const QString& folder) const
+{
+    QStringList rows;
+    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QFileInfo& file : files)
+        rows << file.fileName() + QStringLiteral(" | ") + QString::number(file.size());
     return rows;
 }
 

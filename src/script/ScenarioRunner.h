@@ -64,6 +64,10 @@ private:
     void checkFocus(const ScenarioCommand& command);
     void checkRows(const ScenarioCommand& command);
     QStringList logRows(const QString& log) const;
+    void setDateTime(Control& control, const QString& text);
+    void makeFile(const QString& path, int bytes);
+    // The files of a folder by name, each as "name | size".
+    QStringList fileRows(const QString& folder) const;
 
     Form* topForm();
     Control* findControl(const QString& key);

@@ -110,6 +110,11 @@ public:
     bool startProgram(const QString& program, const QStringList& arguments, bool wait) override;
     QByteArray clipboardImage() const override { return m_clipboard; }
     void clearClipboard() override { m_clipboard.clear(); }
+    bool selectImageSource() override
+    {
+        ++m_imageSourceChoices;
+        return true;
+    }
 
     // Failures. Each is prefixed with the context in force when it happened (a script line).
     const QStringList& failures() const { return m_failures; }
@@ -181,6 +186,7 @@ public:
     void setStartProgramResult(bool result) { m_startProgramResult = result; }
     const std::vector<ProgramStart>& programsStarted() const { return m_programs; }
     void setClipboardImage(const QByteArray& png) { m_clipboard = png; }
+    int imageSourceChoices() const { return m_imageSourceChoices; }
 
     // Text shown so that invisible differences stand out: quoted, with control characters, blanks
     // that are not plain spaces and characters outside ASCII escaped.
@@ -245,6 +251,7 @@ private:
     bool m_startProgramResult = true;
     std::vector<ProgramStart> m_programs;
     QByteArray m_clipboard;
+    int m_imageSourceChoices = 0;
 };
 
 } // namespace marlet

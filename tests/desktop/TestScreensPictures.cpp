@@ -6,16 +6,20 @@
 #include "platform/Form.h"
 #include "platform/GridData.h"
 #include "platform/Operator.h"
+#include "screens/Memberinfo.h"
 #include "script/ScriptedPlatform.h"
 #include "support/ScreenDriver.h"
 #include "support/StoreTestDatabase.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QGroupBox>
+#include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -117,6 +121,7 @@ private slots:
     void testOptionsMonitorPosAutomationMaintenance();
     void testRecycleBin();
     void testAccountInfo();
+    void testMembers();
 
 private:
     // Shows the form's window, checks its layout and keeps a picture of it.
@@ -184,6 +189,11 @@ void TestScreensPictures::render(Form& form, const QString& fileName, const QStr
     // the picture shows the window at the size it takes on a desktop of today.
     dialog.resize(dialog.sizeHint());
     QCoreApplication::processEvents();
+    // A page that a screen showed before its window opened settles its size only now.
+    if (dialog.width() < dialog.sizeHint().width()) {
+        dialog.resize(dialog.sizeHint());
+        QCoreApplication::processEvents();
+    }
     const QStringList left = unplaced(dialog);
     QVERIFY2(left.isEmpty(), qPrintable(latin("not placed: ") + left.join(latin(", "))));
     const QStringList defects = layoutDefects(dialog, form, inFront);
@@ -435,6 +445,91 @@ void TestScreensPictures::testAccountInfo()
     QCOMPARE((*screen)[latin("Label2")].caption(), latin("Ticket found in main Ticket database."));
     render(*screen, latin("account-info.png"));
     screen->forceUnload();
+}
+
+// A member's picture as a camera would give it: a head and shoulders on a light background.
+static QByteArray portrait()
+{
+    QImage image(240, 280, QImage::Format_RGB32);
+    image.fill(QColor(0xdd, 0xe6, 0xf0));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x4a, 0x5d, 0x7e));
+    painter.drawEllipse(QRect(40, 190, 160, 180));
+    painter.setBrush(QColor(0xc8, 0x9f, 0x7c));
+    painter.drawEllipse(QRect(75, 60, 90, 110));
+    painter.end();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+void TestScreensPictures::testMembers()
+{
+    session().general.ServerPath = m_prefs->filePath(latin("server/Server.exe"));
+    QVERIFY(QDir().mkpath(m_prefs->filePath(latin("server/pic"))));
+    QFile file(m_prefs->filePath(latin("server/pic/261101090000SM")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const QByteArray photo = portrait();
+    file.write(photo);
+    file.close();
+    const char* const members[][6] = {
+        {"261101090000", "ADA01", "Smith", "Ada", "ada@example.com", "261101090000SM"},
+        {"261102090000", "BEN02", "Okafor", "Ben", "ben@mail.ng", "261102090000OK"},
+        {"261103090000", "CHI03", "Eze", "Chioma", "chioma@eze.ng", "261103090000EZ"},
+    };
+    for (const auto& member : members) {
+        QVERIFY(m_database->connection().Execute(
+            Statement(latin("INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, Days, Expire, "
+                            "DateCreated, NEW, Member, Amount, Autorecharge, Reday, Retime, Night, StartTime, EndTime) "
+                            "Values ('{}', '000', '{}', 'PW', 6000, 0, '2026-12-24', '2026-11-01', true, true, 'N200', "
+                            "'7 day(s)', 'MON - FRI (WEEKDAY)', '3 hour(s)', true, '2026-11-01 08:00:00', "
+                            "'2026-11-01 17:30:00')"),
+                {latin(member[0]), latin(member[1])})));
+        QVERIFY(m_database->connection().Execute(
+            Statement(latin("INSERT INTO Members (Member_ID, Surname, Firstname, title, Othername, DateofBirth, "
+                            "Company, Occupation, Address, State, Country, Telephone, Identification_item, "
+                            "Identication_no, SpecifyOrder, Email, Sex, Picture) Values ('{}', '{}', '{}', 'Mrs', "
+                            "'Lovelace', '1990-05-01', 'Analytical Ltd', 'Engineer', '12 Long Road', 'Lagos', "
+                            "'Nigeria', '0801234567', 'Passport No.', 'A1234567', '', '{}', '1', '{}')"),
+                {latin(member[0]), latin(member[2]), latin(member[3]), latin(member[4]), latin(member[5])})));
+    }
+
+    // The generate screen's member page, between the two steps.
+    std::unique_ptr<Form> screen = open(Screen::GenAcc);
+    QVERIFY(Operator::chooseTab((*screen)[latin("TabStrip1")], 3));
+    Operator::setText((*screen)[latin("txtMemberUsername")], latin("DAVE04"));
+    Operator::setText((*screen)[latin("txtMemberPassword")], latin("PW4"));
+    QVERIFY(Operator::click((*screen)[latin("cmdCreateMember")]));
+    QVERIFY((*screen)[latin("FMemberPage")].visible());
+    Operator::setText(screen->at(latin("Text7"), 0), latin("Adeyemi"));
+    Operator::setText(screen->at(latin("Text7"), 1), latin("Dave"));
+    render(*screen, latin("GenAcc-member-page.png"));
+    screen->forceUnload();
+
+    // The directory, listed, with the first member's picture.
+    std::unique_ptr<Form> list = open(Screen::MemberList);
+    QVERIFY(Operator::click((*list)[latin("Command21")]));
+    QCOMPARE((*list)[latin("memList")].grid().rows(), 4);
+    Operator::clickGrid((*list)[latin("memList")], 3, 1, MouseButton::Left);
+    QCOMPARE((*list)[latin("mpicture2")].picture(), photo);
+    render(*list, latin("MemberList.png"));
+    list->forceUnload();
+
+    // The record, with its ticket information and then its settings.
+    std::unique_ptr<Form> record = m_component->screens().create(Screen::Memberinfo);
+    static_cast<Memberinfo&>(*record).setUsername(latin("ADA01"));
+    record->load();
+    record->activate();
+    QCOMPARE((*record)[latin("mPicture")].picture(), photo);
+    render(*record, latin("Memberinfo.png"));
+    QVERIFY(Operator::click((*record)[latin("Command26")]));
+    QVERIFY((*record)[latin("Frame21")].visible());
+    render(*record, latin("Memberinfo-settings.png"));
+    record->forceUnload();
 }
 
 } // namespace marlet

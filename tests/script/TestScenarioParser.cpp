@@ -294,7 +294,9 @@ private slots:
         QVERIFY(syntax.contains(QStringLiteral("slide <control> <value:int>")));
         QVERIFY(syntax.contains(QStringLiteral("serial ports <state:work|none>")));
         QVERIFY(syntax.contains(QStringLiteral("component <progid> [fails] [built-in]")));
-        QCOMPARE(syntax.size(), 43);
+        QVERIFY(syntax.contains(QStringLiteral("file <path> size <bytes:int>")));
+        QVERIFY(syntax.contains(QStringLiteral("check files <folder> is <expected:block>")));
+        QCOMPARE(syntax.size(), 47);
     }
 };
 

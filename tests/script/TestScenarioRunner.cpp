@@ -70,6 +70,7 @@ protected:
         Control& refuse = add(ControlKind::CheckBox, QStringLiteral("Check1"));
         onQueryUnload
             = [&refuse](bool& cancel, int mode) { cancel = refuse.isChecked() && mode == UnloadMode::FormControlMenu; };
+        add(ControlKind::DateTimePicker, QStringLiteral("DTPicker1"));
         add(ControlKind::ComboBox, QStringLiteral("Combo1"))
             .addItems({QStringLiteral("Never Expire"), QStringLiteral("Fixed Expiration Date")});
         Control& slider = add(ControlKind::Slider, QStringLiteral("Slider1"));
@@ -118,6 +119,7 @@ private:
 struct ProbeCall
 {
     QString user;
+    QString path;
     QStringList positional;
     QString connectionString;
     QString preference;
@@ -144,6 +146,7 @@ private slots:
     {
         m_operations.add(QStringLiteral("probe"), [this](ScenarioContext& context, const ScenarioArguments& arguments) {
             m_calls << ProbeCall {arguments.value(QStringLiteral("user")),
+                arguments.value(QStringLiteral("path")),
                 arguments.positional(),
                 context.connectionString,
                 context.preferences.GetSetting(QStringLiteral("Norvantis"),
@@ -554,6 +557,57 @@ private slots:
         QCOMPARE(runner.platform().now(), QDateTime(QDate(2009, 1, 6), QTime(0, 0)));
         QCOMPARE(runner.platform().defaultPrinter(), QStringLiteral("PDF"));
         QVERIFY(runner.platform().createComponent(QStringLiteral("Vellum.Sheets")));
+    }
+
+    void testFilesPickersClipboardAndTheRunFolder()
+    {
+        const ScenarioScript script = parseScenario(QStringLiteral("file \"<run>/pic/a.jpg\" size 12\n"
+                                                                   "file \"<run>/pic/b\" size 0\n"
+                                                                   "check files \"<run>/pic\" is\n"
+                                                                   "    a.jpg | 12\n"
+                                                                   "    b | 0\n"
+                                                                   "check files \"<run>/nothing\" is\n"
+                                                                   "clipboard picture 7\n"
+                                                                   "programs fail\n"
+                                                                   "open probe --path \"<run>/server/x.exe\"\n"
+                                                                   "set DTPicker1 \"1990-05-01\"\n"
+                                                                   "check DTPicker1 datetime \"1990-05-01 00:00:00\"\n"
+                                                                   "set DTPicker1 \"2001-02-03 04:05:06\"\n"
+                                                                   "check DTPicker1 datetime \"2001-02-03 04:05:06\"\n"
+                                                                   "close\n"
+                                                                   "check printed is\n"
+                                                                   "check scanners is\n"),
+            QStringLiteral("f"));
+        QString output;
+        QTextStream out(&output);
+        ScenarioRunner runner(script, m_operations, out);
+        QVERIFY2(runner.run() == 0, qPrintable(output));
+        QCOMPARE(runner.platform().clipboardImage(), QByteArray(7, 'P'));
+        QVERIFY(!runner.platform().startProgram(QStringLiteral("pelcap.exe"), {}, true));
+        QVERIFY(m_calls.last().path.endsWith(QStringLiteral("/server/x.exe")));
+        QVERIFY(!m_calls.last().path.contains(QStringLiteral("<run>")));
+    }
+
+    void testAPickerTakesOnlyADate()
+    {
+        QString output;
+        QCOMPARE(run(QStringLiteral("open probe\nset DTPicker1 \"soon\"\nclose\n"), output), 1);
+        QVERIFY2(output.contains(QStringLiteral("\"soon\" is no date (yyyy-MM-dd [HH:mm:ss])")), qPrintable(output));
+    }
+
+    void testPrintJobsAndImageSourcesAreChecked()
+    {
+        const ScenarioScript script = parseScenario(QStringLiteral("check printed is\n"
+                                                                   "    \"\"\n"
+                                                                   "    \"Line\\r\\n\"\n"
+                                                                   "check scanners is \"select image source\"\n"),
+            QStringLiteral("p"));
+        QString output;
+        QTextStream out(&output);
+        ScenarioRunner runner(script, m_operations, out);
+        runner.platform().printLines({{QString(), false, 10}, {QStringLiteral("Line\r\n"), false, 10}});
+        runner.platform().selectImageSource();
+        QVERIFY2(runner.run() == 0, qPrintable(output));
     }
 };
 

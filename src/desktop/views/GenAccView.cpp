@@ -1,7 +1,9 @@
 #include "desktop/views/GenAccView.h"
 
+#include "desktop/views/MemberViews.h"
 #include "desktop/views/ViewKit.h"
 #include "issuing/GenAccNames.h"
+#include "members/MemberinfoNames.h"
 
 #include <QBoxLayout>
 #include <QFormLayout>
@@ -186,7 +188,33 @@ QWidget* membershipPage(ViewKit& kit, QWidget* area)
     addAll(*options, {weekdayCaption});
     options->addLayout(line({weekday}));
     options->addLayout(pickerForm(kit, page, {genacc::dtMemberStart, genacc::dtMemberEnd}));
-    layOutPage(page, fields, options, kit.make(genacc::cmdCreateMember, page));
+    auto* buttons = new QHBoxLayout;
+    buttons->setContentsMargins(0, 0, 0, 0);
+    addAll(*buttons, {kit.make(genacc::Command24, page), kit.make(genacc::cmdCreateMember, page)});
+    auto* buttonBox = new QWidget(page);
+    buttonBox->setLayout(buttons);
+    layOutPage(page, fields, options, buttonBox);
+    return page;
+}
+
+// The member page that replaces the Membership tab's page between the two steps.
+QWidget* memberPage(ViewKit& kit, QWidget* area)
+{
+    auto* page = kit.frame(genacc::FMemberPage, new QWidget(area));
+    auto* layout = new QVBoxLayout(page);
+    auto* columns = new QHBoxLayout;
+    columns->addWidget(memberFields(kit, page), 1);
+    auto* ticket = new QVBoxLayout;
+    ticket->addWidget(memberTicketFrame(kit, page));
+    ticket->addStretch(1);
+    columns->addLayout(ticket);
+    layout->addLayout(columns);
+    layout->addStretch(1);
+    auto* bottom = new QHBoxLayout;
+    addAll(*bottom, {kit.make(memberinfo::Check16, page)});
+    bottom->addStretch(1);
+    addAll(*bottom, {kit.make(genacc::cmdMemberBack, page), kit.make(genacc::cmdFinishMember, page)});
+    layout->addLayout(bottom);
     return page;
 }
 
@@ -323,7 +351,8 @@ void buildGenAccView(Form& form, QWidget& root, ViewWidgets& widgets)
              customTicketPage(kit, area),
              membershipPage(kit, area),
              existingTicketPage(kit, area),
-             settingsPage(kit, area)})
+             settingsPage(kit, area),
+             memberPage(kit, area)})
         addTakingTurns(*tabbed.cell, page);
     tabbed.cell->addWidget(progressPanel(kit, area), 0, 0, Qt::AlignVCenter);
     tabbed.layout->addWidget(area);

@@ -5,9 +5,12 @@
 #include "desktop/views/ContPassView.h"
 #include "desktop/views/GenAccView.h"
 #include "desktop/views/GenPasstoAccsView.h"
+#include "desktop/views/MemberViews.h"
 #include "desktop/views/OptionsView.h"
 #include "desktop/views/RecycleBinView.h"
 #include "issuing/GenAccNames.h"
+#include "members/MemberListNames.h"
+#include "members/MemberinfoNames.h"
 #include "screens/AccountInfoNames.h"
 #include "screens/ContPassNames.h"
 #include "screens/GenPasstoAccsNames.h"
@@ -24,6 +27,8 @@ void registerScreenViews()
     ViewFactory::add(options::FormName, views::buildOptionsView);
     ViewFactory::add(recyclebin::FormName, views::buildRecycleBinView);
     ViewFactory::add(accountinfo::FormName, views::buildAccountInfoView);
+    ViewFactory::add(memberinfo::FormName, views::buildMemberinfoView);
+    ViewFactory::add(memberlist::FormName, views::buildMemberListView);
 }
 
 } // namespace marlet

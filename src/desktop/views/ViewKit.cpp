@@ -25,7 +25,10 @@ ViewKit::ViewKit(Form& form, ViewWidgets& widgets)
 
 Control* ViewKit::control(const QString& name) const
 {
-    return m_form.control(name);
+    if (Control* named = m_form.control(name))
+        return named;
+    // An element of a control array by its key, "Text7(8)".
+    return name.endsWith(u')') ? m_form.find(name) : nullptr;
 }
 
 void ViewKit::place(const QString& name, QWidget* widget)
