@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "screens/ContPassNames.h"
 #include "session/Session.h"
+#include "settings/StaffRights.h"
 #include "store/Recordset.h"
 
 namespace marlet {
@@ -74,9 +75,15 @@ void ContPass::checkStaffPassword(const QString& entry)
     Recordset users;
     // A lookup that fails counts as a refusal: a gate never opens on an error.
     if (users.Open(lookup, m_session.connection(), CursorType::Static, LockType::ReadOnly) && users.RecordCount() > 0) {
+        if (staff::isDisabled(users.value(QStringLiteral("enabled")))) {
+            platform().messageBox(staff::DisabledAccountMessage, MsgStyle::Warning);
+            return;
+        }
+        m_session.general.WrongPasswords.right();
         m_session.general.PassMode = PassModes::Accepted;
         return;
     }
+    platform().sleep(m_session.general.WrongPasswords.wrong());
     platform().messageBox(QStringLiteral("Wrong Password!"), MsgStyle::Warning);
     if (powered) {
         platform().messageBox(

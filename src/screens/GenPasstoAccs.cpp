@@ -4,6 +4,7 @@
 #include "screens/GenPasstoAccsNames.h"
 #include "screens/ScreenOpener.h"
 #include "session/Session.h"
+#include "settings/StaffRights.h"
 #include "store/Recordset.h"
 
 namespace marlet {
@@ -108,6 +109,20 @@ void GenPasstoAccs::refuse(const QString& message, Control* focusTarget)
         setFocus(*focusTarget);
 }
 
+void GenPasstoAccs::refuseWrongPassword(Control& password)
+{
+    platform().sleep(m_session.general.WrongPasswords.wrong());
+    refuse(QStringLiteral("Wrong Password!"), &password);
+}
+
+bool GenPasstoAccs::refusedAsDisabled(Recordset& users, Control& focusTarget)
+{
+    if (!staff::isDisabled(users.value(QStringLiteral("enabled"))))
+        return false;
+    refuse(staff::DisabledAccountMessage, &focusTarget);
+    return true;
+}
+
 bool GenPasstoAccs::lookUp(Recordset& users, const QString& name)
 {
     users.Close();
@@ -130,14 +145,14 @@ bool GenPasstoAccs::checkFirst(Recordset& users)
         return false;
     }
     if (password.text().toUpper() != users.value(QStringLiteral("Password")).toString().toUpper()) {
-        refuse(QStringLiteral("Wrong Password!"), &password);
+        refuseWrongPassword(password);
         return false;
     }
     if (users.value(QStringLiteral("Type")).toString() != Administrator) {
         refuse(QStringLiteral("An Administrator's Account is required!"), &password);
         return false;
     }
-    return true;
+    return !refusedAsDisabled(users, user);
 }
 
 bool GenPasstoAccs::checkSecond(Recordset& users)
@@ -152,16 +167,20 @@ bool GenPasstoAccs::checkSecond(Recordset& users)
     }
     // Unlike the first login, the stored password is compared as it stands.
     if (password.text().toUpper() != users.value(QStringLiteral("Password")).toString()) {
-        refuse(QStringLiteral("Wrong Password!"), &password);
+        refuseWrongPassword(password);
         return false;
     }
     if (users.value(QStringLiteral("Type")).toString() != Administrator) {
         refuse(QStringLiteral("An Administrator's Account is required!"), &user);
         return false;
     }
-    // Only the second approver needs the right to generate.
+    if (refusedAsDisabled(users, user))
+        return false;
+    // Only the second approver needs the right to generate: the staff account tab's "Disable
+    // Generate Tickets" ticked (Generate true) takes it away, and a value that cannot be read
+    // counts as taken away.
     const QVariant generate = users.value(QStringLiteral("generate"));
-    if (!generate.isValid() || !generate.toBool()) {
+    if (!generate.isValid() || generate.isNull() || generate.toBool()) {
         refuse(QStringLiteral("This Administrator's Account doesn't have access to Generate Ticket!"), &user);
         return false;
     }
@@ -185,6 +204,7 @@ void GenPasstoAccs::ok()
     if (twoStaff && !checkSecond(users))
         return;
     users.Close();
+    m_session.general.WrongPasswords.right();
     unload();
     m_screens.showGenAcc();
 }

@@ -29,6 +29,10 @@ private:
     bool lookUp(Recordset& users, const QString& name);
     // Shows a refusal and puts the focus where the operator has to correct it.
     void refuse(const QString& message, Control* focusTarget = nullptr);
+    // "Wrong Password!", after the pause that repeated wrong passwords cost.
+    void refuseWrongPassword(Control& password);
+    // Refuses an account whose "Disable User's Account" is ticked; false when it is enabled.
+    bool refusedAsDisabled(Recordset& users, Control& focusTarget);
     bool secondShown() const;
 
     Session& m_session;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/PasswordAttempts.h"
 #include "values/HostFlags.h"
 
 #include <QString>
@@ -36,6 +37,7 @@ struct General
     qint16 ClientUp = 0;
     qint16 PassMode = 0;
     QString GateUsername;
+    PasswordAttempts WrongPasswords;
 
     // CurrentStaff is the built-in administrator.
     bool isAdministrator() const;

@@ -133,4 +133,9 @@ QList<ColumnValue> rightsToWrite(const QString& username, const QString& type, c
     return {};
 }
 
+bool isDisabled(const QVariant& enabled)
+{
+    return enabled.isValid() && !enabled.isNull() && !enabled.toBool();
+}
+
 } // namespace marlet::staff

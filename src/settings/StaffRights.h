@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QVariant>
 
 #include <functional>
 
@@ -46,5 +47,10 @@ enum class Save { Creation, Change };
 // the fixed rights of the built-in account. A change of a USER leaves Pass as it was; a creation
 // clears it.
 QList<ColumnValue> rightsToWrite(const QString& username, const QString& type, const QList<bool>& ticks, Save save);
+
+// An account whose "Disable User's Account" is ticked (enabled false) passes no password gate.
+// An account written before the column existed (no value) counts as enabled.
+inline const QString DisabledAccountMessage = QStringLiteral("This Account has been disabled!");
+bool isDisabled(const QVariant& enabled);
 
 } // namespace marlet::staff

@@ -129,7 +129,7 @@ void TestScreensGates::testGenPasstoAccsTwoLogins()
     QVERIFY(desk.database.connection().Execute(Statement(latin("UPDATE Options SET NoUser = true"))));
     QVERIFY(desk.database.connection().Execute(
         Statement(latin("INSERT INTO Users (Username,Password,Type,Generate,enabled) Values "
-                        "('BOSS','BOSSPASS','ADMINISTRATOR',true,true)"))));
+                        "('BOSS','BOSSPASS','ADMINISTRATOR',false,true)"))));
     test::ScreenDriver& driver = desk.driver;
     driver.onForm(latin("GenPasstoAccs"), [&driver](FormDialog& gate) {
         driver.check(find<QGroupBox>(gate, "Frame1")->title() == latin("1st"), latin("first frame's caption"));

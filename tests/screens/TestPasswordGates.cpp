@@ -30,17 +30,18 @@ private:
     {
         Fixture()
         {
-            addStaff(QStringLiteral("CLERK"), QStringLiteral("CLERKPASS"), QStringLiteral("USER"), true);
-            addStaff(QStringLiteral("BOSS"), QStringLiteral("BOSSPASS"), QStringLiteral("ADMINISTRATOR"), true);
-            addStaff(QStringLiteral("NOGEN"), QStringLiteral("NOGENPASS"), QStringLiteral("ADMINISTRATOR"), false);
+            addStaff(QStringLiteral("CLERK"), QStringLiteral("CLERKPASS"), QStringLiteral("USER"), false);
+            addStaff(QStringLiteral("BOSS"), QStringLiteral("BOSSPASS"), QStringLiteral("ADMINISTRATOR"), false);
+            addStaff(QStringLiteral("NOGEN"), QStringLiteral("NOGENPASS"), QStringLiteral("ADMINISTRATOR"), true);
             session().connection().Open(database.connectionString());
         }
-        void addStaff(const QString& name, const QString& password, const QString& type, bool generate)
+        // Generate is the column of "Disable Generate Tickets" on the staff account page.
+        void addStaff(const QString& name, const QString& password, const QString& type, bool generateDisabled)
         {
             QVERIFY(database.connection().Execute(
                 Statement(QStringLiteral("INSERT INTO Users (Username,Password,Type,Generate,enabled) Values "
                                          "('{}','{}','{}',{},true)"),
-                    {name, password, type, generate ? -1 : 0})));
+                    {name, password, type, generateDisabled ? -1 : 0})));
         }
         void setNoUser(bool on)
         {
@@ -341,7 +342,7 @@ private slots:
     {
         Fixture f;
         f.setNoUser(true);
-        f.addStaff(QStringLiteral("LOWER"), QStringLiteral("secret"), QStringLiteral("ADMINISTRATOR"), true);
+        f.addStaff(QStringLiteral("LOWER"), QStringLiteral("secret"), QStringLiteral("ADMINISTRATOR"), false);
         typeInto(f.platform, QStringLiteral("txtPassword1"), QStringLiteral("admin"));
         typeInto(f.platform, QStringLiteral("txtUsername2"), QStringLiteral("LOWER"));
         typeInto(f.platform, QStringLiteral("txtPassword2"), QStringLiteral("secret"));
