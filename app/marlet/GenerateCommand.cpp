@@ -1,5 +1,6 @@
 #include "GenerateCommand.h"
 
+#include "DatabaseOption.h"
 #include "HostOptions.h"
 #include "Secrets.h"
 

@@ -1,6 +1,7 @@
 #include "HostCommands.h"
 
 #include "CommandCatalogue.h"
+#include "DatabaseOption.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
 #include "Secrets.h"

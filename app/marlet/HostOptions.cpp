@@ -2,8 +2,6 @@
 
 #include "CommandCatalogue.h"
 
-#include "component/Component.h"
-
 namespace marlet::host {
 
 namespace {
@@ -61,15 +59,6 @@ bool HostOptions::parse(const QStringList& words, const CommandSpec& command)
         m_values.insert(name, text);
     }
     return true;
-}
-
-QString databaseOf(const HostOptions& options)
-{
-    QString db = options.value(QStringLiteral("db"), qEnvironmentVariable("MARLET_DB"));
-    if (db.isEmpty())
-        db = options.value(QStringLiteral("app-dir"), Component::defaultApplicationFolder())
-            + QStringLiteral("/cafe.db");
-    return db;
 }
 
 } // namespace marlet::host
