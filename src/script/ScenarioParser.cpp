@@ -38,6 +38,7 @@ const Syntax syntaxTable[] = {
     {CommandId::Printer, "printer <name>"},
     {CommandId::Component, "component <progid> [fails] [built-in]"},
     {CommandId::SerialPorts, "serial ports <state:work|none>"},
+    {CommandId::WriteFile, "write file <path> <form:lines|records> <content:block>"},
     {CommandId::ExpectMessage,
         "expect message <text> style <style:int> [title <title>] [answer "
         "<answer:ok|cancel|abort|retry|ignore|yes|no>]"},
@@ -73,6 +74,9 @@ const Syntax syntaxTable[] = {
     {CommandId::CheckLog, "check <log:forms|calls|documents|programs|serial> is <expected:block>"},
     {CommandId::CheckRows, "check rows <query> is <expected:block>"},
     {CommandId::CheckPref, "check pref <application> <section> <key> <expected>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> from <from:int> is <expected:block>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> line <line:int> is <expected:block>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> is <expected:block>"},
     {CommandId::CheckControl, "check <control> <property:prop> <expected>"},
 };
 

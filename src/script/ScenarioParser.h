@@ -49,6 +49,8 @@ enum class CommandId {
     CheckLog,
     CheckRows,
     CheckPref,
+    WriteFile,
+    CheckFile,
 };
 
 // One command of a script with its arguments by name, as the syntax table names them.

@@ -5,6 +5,7 @@
 #include "platform/GridData.h"
 #include "platform/Operator.h"
 #include "script/ControlProperties.h"
+#include "settings/SettingsLine.h"
 #include "settings/TidyComponent.h"
 #include "store/Preferences.h"
 
@@ -161,6 +162,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::Printer:
     case CommandId::Component:
     case CommandId::SerialPorts:
+    case CommandId::WriteFile:
         return executeSetup(command);
     case CommandId::ExpectMessage:
     case CommandId::ExpectInput:
@@ -183,6 +185,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::CheckLog:
     case CommandId::CheckRows:
     case CommandId::CheckPref:
+    case CommandId::CheckFile:
         return executeCheck(command);
     default:
         return executeAction(command);
@@ -209,6 +212,9 @@ void ScenarioRunner::executeSetup(const ScenarioCommand& command)
         break;
     case CommandId::Pref:
         m_preferences->SaveSetting(arg("application"), arg("section"), arg("key"), arg("value"));
+        break;
+    case CommandId::WriteFile:
+        writeFile(command);
         break;
     case CommandId::Printer:
         m_platform.setDefaultPrinter(arg("name"));
@@ -535,6 +541,8 @@ void ScenarioRunner::executeCheck(const ScenarioCommand& command)
         break;
     case CommandId::CheckRows:
         return checkRows(command);
+    case CommandId::CheckFile:
+        return checkFile(command);
     case CommandId::CheckPref:
         compare(expected,
             m_preferences->GetSetting(command.arg(QStringLiteral("application")),
@@ -567,6 +575,41 @@ void ScenarioRunner::checkRows(const ScenarioCommand& command)
     if (!error.isEmpty())
         return fail(QStringLiteral("the query failed: ") + error);
     compareRows(command.block, rows);
+}
+
+// A text file of lines ending in CR LF; "records" scrambles each line as the settings file does.
+void ScenarioRunner::writeFile(const ScenarioCommand& command)
+{
+    const bool records = command.arg(QStringLiteral("form")) == QLatin1String("records");
+    QByteArray content;
+    for (const QString& line : command.block)
+        content += (records ? ScrambleLine(line) : line).toLatin1() + "\r\n";
+    QFile file(inRun(command.arg(QStringLiteral("path"))));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        fail(QStringLiteral("cannot write the file: ") + file.errorString());
+}
+
+// The lines of a file, those from a line on, or one line (counted from 0); "records" unscrambles
+// each, a line that is not scrambled text showing as "garbled: " and the line.
+void ScenarioRunner::checkFile(const ScenarioCommand& command)
+{
+    const QString path = inRun(command.arg(QStringLiteral("path")));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("cannot read the file ") + path + QStringLiteral(": ") + file.errorString());
+    const bool records = command.arg(QStringLiteral("form")) == QLatin1String("records");
+    QStringList lines = QString::fromLatin1(file.readAll()).split(u'\n');
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    for (QString& line : lines) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+        if (records)
+            line = UnscrambleLine(line).value_or(QStringLiteral("garbled: ") + line);
+    }
+    if (command.has(QStringLiteral("line")))
+        lines = lines.mid(command.intArg(QStringLiteral("line")), 1);
+    compareRows(command.block, lines.mid(command.intArg(QStringLiteral("from"))));
 }
 
 QStringList ScenarioRunner::logRows(const QString& log) const

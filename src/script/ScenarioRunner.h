@@ -63,6 +63,8 @@ private:
 
     void checkFocus(const ScenarioCommand& command);
     void checkRows(const ScenarioCommand& command);
+    void checkFile(const ScenarioCommand& command);
+    void writeFile(const ScenarioCommand& command);
     QStringList logRows(const QString& log) const;
 
     Form* topForm();
