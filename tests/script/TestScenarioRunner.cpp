@@ -539,6 +539,36 @@ private slots:
         QVERIFY2(refused.contains(QStringLiteral("there is no built-in component Vellum.Sheets")), qPrintable(refused));
     }
 
+    void testFilesAreWrittenAndCheckedAsLinesOrScrambledRecords()
+    {
+        QString output;
+        const int status = run(QStringLiteral("write file \"<run>/a.Sav\" records\n"
+                                              "    AB\n"
+                                              "    \"O :- Expire :- 7\"\n"
+                                              "check file \"<run>/a.Sav\" lines line 0 is \"765665\"\n"
+                                              "check file \"<run>/a.Sav\" records is\n"
+                                              "    AB\n"
+                                              "    \"O :- Expire :- 7\"\n"
+                                              "write file \"<run>/b.Sav\" lines\n"
+                                              "    765665\n"
+                                              "    12a\n"
+                                              "    \"\"\n"
+                                              "check file \"<run>/b.Sav\" records from 1 is\n"
+                                              "    \"garbled: 12a\"\n"
+                                              "    \"\"\n"
+                                              "check file \"<run>/b.Sav\" records is \"BA\"\n"
+                                              "check file \"<run>/none.Sav\" lines is\n"),
+            output);
+        QCOMPARE(status, 1);
+        QVERIFY2(output.contains(QStringLiteral("t.scenario:15: check file \"<run>/b.Sav\" records is \"BA\"\n"
+                                                "  expected 1 row:\n    \"BA\"\n  actual 3 rows:\n    \"AB\"\n")),
+            qPrintable(output));
+        QVERIFY2(output.contains(QStringLiteral("t.scenario:16: check file \"<run>/none.Sav\" lines is\n"
+                                                "  cannot read the file ")),
+            qPrintable(output));
+        QVERIFY2(output.endsWith(QStringLiteral("FAILED, 7 commands, 2 failure(s)\n")), qPrintable(output));
+    }
+
     void testTheClockAndDevicesAreSetByTheScript()
     {
         const ScenarioScript script = parseScenario(QStringLiteral("clock 2009-01-05 23:59\n"
