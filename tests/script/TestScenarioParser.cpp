@@ -294,7 +294,10 @@ private slots:
         QVERIFY(syntax.contains(QStringLiteral("slide <control> <value:int>")));
         QVERIFY(syntax.contains(QStringLiteral("serial ports <state:work|none>")));
         QVERIFY(syntax.contains(QStringLiteral("component <progid> [fails] [built-in]")));
-        QCOMPARE(syntax.size(), 43);
+        QVERIFY(syntax.contains(QStringLiteral("write file <path> <form:lines|records> <content:block>")));
+        QVERIFY(syntax.contains(
+            QStringLiteral("check file <path> <form:lines|records> line <line:int> is <expected:block>")));
+        QCOMPARE(syntax.size(), 47);
     }
 };
 
