@@ -42,8 +42,9 @@ QStringList rows(marlet::Connection& connection, const char* statement)
 struct Machine
 {
     // Preferences are synced to disk on every write: a memory file system keeps the fuzzing fast.
-    QTemporaryDir folder {QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm/marlet-fuzz-XXXXXX")
-                                                                     : QDir::tempPath() + QStringLiteral("/marlet-fuzz-XXXXXX")};
+    QTemporaryDir folder {QDir(QStringLiteral("/dev/shm")).exists()
+            ? QStringLiteral("/dev/shm/marlet-fuzz-XXXXXX")
+            : QDir::tempPath() + QStringLiteral("/marlet-fuzz-XXXXXX")};
     marlet::Connection connection;
     QStringList users;
     QStringList options;

@@ -75,8 +75,7 @@ void Options::saveToFile()
 
 void Options::loadFromFile()
 {
-    const std::optional<QString> path
-        = askForSettingsFile(m_session, QStringLiteral("Load Settings from File"), false);
+    const std::optional<QString> path = askForSettingsFile(m_session, QStringLiteral("Load Settings from File"), false);
     if (!path)
         return;
     if (!QFileInfo::exists(*path)) {

@@ -90,8 +90,8 @@ QString sectionOf(char kind)
 QString storedValue(const SessionPreferences& preferences, const FixedRecord& record)
 {
     const QLatin1StringView fileKey(record.fileKey);
-    const PreferenceKey* key
-        = findPreferenceKey(sectionOf(record.kind), QString::fromLatin1(record.readKey ? record.readKey : record.fileKey));
+    const PreferenceKey* key = findPreferenceKey(
+        sectionOf(record.kind), QString::fromLatin1(record.readKey ? record.readKey : record.fileKey));
     if (!key)
         return {};
     const bool underProduct = record.kind == 'P' || fileKey == QLatin1String("QuickTicket");
@@ -211,9 +211,8 @@ private:
             if (!isPlainName(column))
                 return false;
             const QString type = upper == ProgramTable ? QStringLiteral("true") : QStringLiteral("false");
-            return m_connection.Execute(Statement(
-                QStringLiteral("Insert INTO RESTRICTDISALLOW (") + column + QStringLiteral(",Type) values ('{}',")
-                    + type + QStringLiteral(")"),
+            return m_connection.Execute(Statement(QStringLiteral("Insert INTO RESTRICTDISALLOW (") + column
+                    + QStringLiteral(",Type) values ('{}',") + type + QStringLiteral(")"),
                 {parts.at(3)}));
         }
         // A list is emptied at its first record, and again whenever another table came between.

@@ -12,9 +12,9 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QLabel>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -519,9 +519,8 @@ void TestScreensOptions::testSettingsFileCarriedToAnotherServer()
     QVERIFY(old.execute(lists));
     old.component.preferences().SaveSetting(latin("CafeHost"), latin("Option"), latin("STR"), latin("OLD"));
     old.component.preferences().SaveSetting(latin("CafeHost"), latin("COption"), latin("Run"), latin("1"));
-    old.driver.onForm(latin("Options"), [](FormDialog& screen) {
-        QTest::mouseClick(find(screen, "txtSettings"), Qt::LeftButton);
-    });
+    old.driver.onForm(
+        latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "txtSettings"), Qt::LeftButton); });
     chooseMenu(old.driver, "Save to File");
     old.driver.answer(question, QMessageBox::Yes);
     chooseFile(old.driver, file);

@@ -374,17 +374,17 @@ void TestSettingsFile::testRecordsAreAppliedOneByOne()
     Machine machine;
     Connection& db = machine.database.connection();
     const QByteArray file = scrambled({latin("O :- Expire :- 30"),
-                                          latin("O :- Title :- Cafe :- Main"),
-                                          latin("C :- Run :- 1"),
-                                          latin("S :- TopBarMov :- 0"),
-                                          latin("P :- COM :- COM4"),
-                                          latin("O :- VShutTime- 10:00"),
-                                          latin("O :- :- nameless"),
-                                          latin("X :- Expire :- 99"),
-                                          latin("o :- Expire :- 98"),
-                                          latin("I :- Capt :- Caption :- it's"),
-                                          latin("I :- Capt :- Caption :- FINE"),
-                                          latin("True")})
+                                latin("O :- Title :- Cafe :- Main"),
+                                latin("C :- Run :- 1"),
+                                latin("S :- TopBarMov :- 0"),
+                                latin("P :- COM :- COM4"),
+                                latin("O :- VShutTime- 10:00"),
+                                latin("O :- :- nameless"),
+                                latin("X :- Expire :- 99"),
+                                latin("o :- Expire :- 98"),
+                                latin("I :- Capt :- Caption :- it's"),
+                                latin("I :- Capt :- Caption :- FINE"),
+                                latin("True")})
         + "123\r\n99999\r\nabc\r\n";
     const settingsfile::LoadResult result = settingsfile::load(file, machine.store, CafeHost, db);
     QCOMPARE(result.applied, 5);
@@ -496,8 +496,8 @@ void TestSettingsFile::testMutatedFilesNeverCrashNorReachOtherTables()
                 file.insert(at, file.mid(random.bounded(int(file.size())), random.bounded(1, 40)));
                 break;
             default:
-                file.insert(at,
-                    ScrambleLine(latin("I :- Users :- Username :- X%1\r\n").arg(round)).toLatin1() + "\r\n");
+                file.insert(
+                    at, ScrambleLine(latin("I :- Users :- Username :- X%1\r\n").arg(round)).toLatin1() + "\r\n");
                 break;
             }
         }
