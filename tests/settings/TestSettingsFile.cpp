@@ -22,24 +22,9 @@ QString latin(const char* text)
 }
 
 // The rows of a query, cells joined by " | ".
-QStringList rows(Connection& connection, const QString& statement)
-{
-    QStringList found;
-    Recordset rs;
-    if (!rs.Open(Statement(statement), connection))
-        return {latin("failed: ") + rs.lastError()};
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QStringList cells;
-        for (int i = 0; i < rs.fieldCount(); ++i)
-            cells << Statement::valueText(rs.value(i));
-        found << cells.join(latin(" | "));
-    }
-    return found;
-}
-
 QStringList rows(Connection& connection, const char* statement)
 {
-    return rows(connection, latin(statement));
+    return test::queryRows(connection, latin(statement));
 }
 
 void run(Connection& connection, const char* statement)
