@@ -1,12 +1,13 @@
-#include "platform/Platform.h"
+// The settings menu of the settings screen: "Save to File" and "Load from file".
+
 #include "screens/Options.h"
+
+#include "platform/Platform.h"
 #include "session/Session.h"
 #include "settings/SettingsFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-// The settings menu of the settings screen: "Save to File" and "Load from file".
 
 namespace marlet {
 
