@@ -32,6 +32,7 @@ const Syntax syntaxTable[] = {
     {CommandId::ClockAdvance, "clock advance <ms:int>"},
     {CommandId::Clock, "clock <date:date> <time:time>"},
     {CommandId::DatabaseNew, "database new"},
+    {CommandId::MachineNew, "machine new"},
     {CommandId::Sql, "sql <statement>"},
     {CommandId::Pref, "pref <application> <section> <key> <value>"},
     {CommandId::Printer, "printer none"},

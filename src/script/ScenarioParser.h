@@ -51,6 +51,7 @@ enum class CommandId {
     CheckPref,
     WriteFile,
     CheckFile,
+    MachineNew,
 };
 
 // One command of a script with its arguments by name, as the syntax table names them.

@@ -92,7 +92,7 @@ int ScenarioRunner::run()
         m_out.flush();
         return 2;
     }
-    m_preferences = std::make_unique<Preferences>(QDir(m_workFolder.path()).filePath(QStringLiteral("prefs")));
+    m_preferences = std::make_unique<Preferences>(QDir(machineFolder()).filePath(QStringLiteral("prefs")));
     m_platform.setActionSource([this]() -> std::optional<ScriptedPlatform::Action> {
         const ScenarioCommand* command = nextCommand();
         if (!command)
@@ -157,6 +157,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::Clock:
     case CommandId::ClockAdvance:
     case CommandId::DatabaseNew:
+    case CommandId::MachineNew:
     case CommandId::Sql:
     case CommandId::Pref:
     case CommandId::Printer:
@@ -206,6 +207,9 @@ void ScenarioRunner::executeSetup(const ScenarioCommand& command)
         break;
     case CommandId::DatabaseNew:
         newDatabase();
+        break;
+    case CommandId::MachineNew:
+        newMachine();
         break;
     case CommandId::Sql:
         runStatement(arg("statement"));
@@ -286,9 +290,26 @@ void ScenarioRunner::newDatabase()
 {
     m_database.reset();
     QString error;
-    m_database = m_operations.databaseFactory()({m_workFolder.path(), [this] { return m_platform.now(); }}, error);
+    m_database = m_operations.databaseFactory()({machineFolder(), [this] { return m_platform.now(); }}, error);
     if (!m_database)
         fail(QStringLiteral("cannot create the database: ") + error);
+}
+
+// Another machine: a preference store of its own, empty, and no database until "database new". The
+// run's folder and the files in it (the application folder among them) stay as they are.
+void ScenarioRunner::newMachine()
+{
+    ++m_machine;
+    m_database.reset();
+    if (!QDir().mkpath(machineFolder()))
+        fail(QStringLiteral("cannot create the folder of the new machine"));
+    m_preferences = std::make_unique<Preferences>(QDir(machineFolder()).filePath(QStringLiteral("prefs")));
+}
+
+QString ScenarioRunner::machineFolder() const
+{
+    return m_machine == 1 ? m_workFolder.path()
+                          : QDir(m_workFolder.path()).filePath(QStringLiteral("machine%1").arg(m_machine));
 }
 
 void ScenarioRunner::runStatement(const QString& statement)

@@ -64,6 +64,8 @@ private:
     void checkFocus(const ScenarioCommand& command);
     void checkRows(const ScenarioCommand& command);
     void checkFile(const ScenarioCommand& command);
+    void newMachine();
+    QString machineFolder() const;
     void writeFile(const ScenarioCommand& command);
     QStringList logRows(const QString& log) const;
 
@@ -80,6 +82,8 @@ private:
     ScriptedPlatform m_platform;
     QTemporaryDir m_workFolder;
     std::unique_ptr<Preferences> m_preferences;
+    // The machine the script works on: 1 at the start, one more with each "machine new".
+    int m_machine = 1;
     std::unique_ptr<ScenarioDatabase> m_database;
     qsizetype m_next = 0;
     qsizetype m_reported = 0;

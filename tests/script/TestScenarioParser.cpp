@@ -297,7 +297,8 @@ private slots:
         QVERIFY(syntax.contains(QStringLiteral("write file <path> <form:lines|records> <content:block>")));
         QVERIFY(syntax.contains(
             QStringLiteral("check file <path> <form:lines|records> line <line:int> is <expected:block>")));
-        QCOMPARE(syntax.size(), 47);
+        QVERIFY(syntax.contains(QStringLiteral("machine new")));
+        QCOMPARE(syntax.size(), 48);
     }
 };
 

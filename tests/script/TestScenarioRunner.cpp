@@ -569,6 +569,29 @@ private slots:
         QVERIFY2(output.endsWith(QStringLiteral("FAILED, 7 commands, 2 failure(s)\n")), qPrintable(output));
     }
 
+    void testAnotherMachineHasItsOwnPreferencesAndDatabase()
+    {
+        QString output;
+        const int status = run(QStringLiteral("pref CafeHost Option STR VIP\n"
+                                              "database new\n"
+                                              "sql \"INSERT INTO Capt (Caption) VALUES ('X')\"\n"
+                                              "write file \"<run>/app.Sav\" lines 123\n"
+                                              "machine new\n"
+                                              "check pref CafeHost Option STR \"\"\n"
+                                              "check rows \"select count(*) from Capt\" is \"0\"\n"
+                                              "database new\n"
+                                              "check rows \"select count(*) from Capt\" is \"0\"\n"
+                                              "check file \"<run>/app.Sav\" lines is 123\n"
+                                              "open probe\n"
+                                              "close\n"),
+            output);
+        QCOMPARE(status, 1);
+        QVERIFY2(output.contains(QStringLiteral("t.scenario:7: check rows \"select count(*) from Capt\" is \"0\"\n"
+                                                "  there is no database: write \"database new\" first\n")),
+            qPrintable(output));
+        QVERIFY2(output.endsWith(QStringLiteral("FAILED, 12 commands, 1 failure(s)\n")), qPrintable(output));
+    }
+
     void testTheClockAndDevicesAreSetByTheScript()
     {
         const ScenarioScript script = parseScenario(QStringLiteral("clock 2009-01-05 23:59\n"
