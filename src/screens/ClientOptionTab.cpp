@@ -92,6 +92,11 @@ void ClientOptionTab::buildButtons(Control& panel)
 
 void ClientOptionTab::load()
 {
+    // Loaded again after a settings file was read: the tab comes back with its list, not a panel.
+    if (m_screen[options::FProgramRestriction].visible() || m_screen[options::FSiteRestriction].visible()) {
+        showPanel(nullptr);
+        m_screen[options::cboBrowsers].setVisible(false);
+    }
     const SessionPreferences stored = settings();
     m_colour = clientoptions::colourOf(stored.text(keys::Colour));
     m_screen[options::picColour].setBackColor(m_colour);

@@ -176,11 +176,12 @@ void Options::buildSettingsField()
 
     Control& menu = add(ControlKind::Menu, options::m_Settings);
     menu.setVisible(false);
-    // The file operations behind the first two items are a piece of work of their own.
     for (const auto& [item, caption] : {std::pair {options::m_SaveToFile, "Save to File"},
              std::pair {options::m_LoadFromFile, "Load from file"},
              std::pair {options::m_SettingsCancel, "Cancel"}})
         addLabelled(ControlKind::Menu, item, QLatin1String(caption)).setParentMenu(&menu);
+    (*this)[options::m_SaveToFile].onClick = [this] { saveToFile(); };
+    (*this)[options::m_LoadFromFile].onClick = [this] { loadFromFile(); };
     field.onClick = [this, &menu] { popupMenu(menu); };
     field.onKeyDown = [this, &menu](int&, int) { popupMenu(menu); };
 }
@@ -202,6 +203,18 @@ void Options::open()
     Connection& connection = m_session.connection();
     if (connection.State() == 0)
         connection.Open(connection.connectionString());
+}
+
+void Options::reloadPages()
+{
+    m_tabLoaded = {};
+    for (const std::unique_ptr<Control>& control : controls()) {
+        if (control->kind() == ControlKind::ListBox || control->kind() == ControlKind::ComboBox)
+            control->clear();
+    }
+    (*this)[options::TabStrip1].setSelectedTab(1);
+    switchTab();
+    setApplyEnabled(false);
 }
 
 void Options::switchTab()

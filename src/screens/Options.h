@@ -43,6 +43,13 @@ public:
     bool selectTab(int flag);
     // The Apply button's work: the checks of the loaded pages, then their saving.
     void applySettings();
+    // Forgets which pages were loaded and empties the lists and combo boxes, then shows the first tab
+    // loaded anew, with Apply disabled: every page reads the stores again on its next visit.
+    void reloadPages();
+
+    // The settings menu: the settings and the lists written to a settings file, and read back.
+    void saveToFile();
+    void loadFromFile();
 
 protected:
     void build() override;

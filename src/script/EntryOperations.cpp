@@ -12,17 +12,20 @@ namespace marlet {
 
 namespace {
 
-// The component of the run in progress; made anew when a run brings another platform.
+// The component of the run in progress.
 struct RunComponent
 {
     ScriptedPlatform* platform = nullptr;
+    QString preferencesFile;
     std::unique_ptr<Component> component;
 
+    // Made anew for another run, and for another machine of the run (another preference store).
     Component& of(ScenarioContext& context)
     {
-        if (!component || platform != &context.platform) {
+        if (!component || platform != &context.platform || preferencesFile != context.preferences.filePath()) {
             component.reset();
             platform = &context.platform;
+            preferencesFile = context.preferences.filePath();
             component = std::make_unique<Component>(context.platform,
                                                     QFileInfo(context.preferences.filePath()).absolutePath(),
                                                     context.workFolder + QStringLiteral("/app"));

@@ -32,6 +32,7 @@ const Syntax syntaxTable[] = {
     {CommandId::ClockAdvance, "clock advance <ms:int>"},
     {CommandId::Clock, "clock <date:date> <time:time>"},
     {CommandId::DatabaseNew, "database new"},
+    {CommandId::MachineNew, "machine new"},
     {CommandId::Sql, "sql <statement>"},
     {CommandId::Pref, "pref <application> <section> <key> <value>"},
     {CommandId::Printer, "printer none"},
@@ -41,6 +42,7 @@ const Syntax syntaxTable[] = {
     {CommandId::File, "file <path> size <bytes:int>"},
     {CommandId::Clipboard, "clipboard picture <bytes:int>"},
     {CommandId::ProgramsFail, "programs fail"},
+    {CommandId::WriteFile, "write file <path> <form:lines|records> <content:block>"},
     {CommandId::ExpectMessage,
         "expect message <text> style <style:int> [title <title>] [answer "
         "<answer:ok|cancel|abort|retry|ignore|yes|no>]"},
@@ -77,6 +79,9 @@ const Syntax syntaxTable[] = {
     {CommandId::CheckFiles, "check files <folder> is <expected:block>"},
     {CommandId::CheckRows, "check rows <query> is <expected:block>"},
     {CommandId::CheckPref, "check pref <application> <section> <key> <expected>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> from <from:int> is <expected:block>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> line <line:int> is <expected:block>"},
+    {CommandId::CheckFile, "check file <path> <form:lines|records> is <expected:block>"},
     {CommandId::CheckControl, "check <control> <property:prop> <expected>"},
 };
 

@@ -53,6 +53,9 @@ enum class CommandId {
     CheckRows,
     CheckPref,
     CheckFiles,
+    WriteFile,
+    CheckFile,
+    MachineNew,
 };
 
 // One command of a script with its arguments by name, as the syntax table names them.

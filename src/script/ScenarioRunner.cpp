@@ -5,6 +5,7 @@
 #include "platform/GridData.h"
 #include "platform/Operator.h"
 #include "script/ControlProperties.h"
+#include "settings/SettingsLine.h"
 #include "settings/TidyComponent.h"
 #include "store/Preferences.h"
 
@@ -91,7 +92,7 @@ int ScenarioRunner::run()
         m_out.flush();
         return 2;
     }
-    m_preferences = std::make_unique<Preferences>(QDir(m_workFolder.path()).filePath(QStringLiteral("prefs")));
+    m_preferences = std::make_unique<Preferences>(QDir(machineFolder()).filePath(QStringLiteral("prefs")));
     m_platform.setActionSource([this]() -> std::optional<ScriptedPlatform::Action> {
         const ScenarioCommand* command = nextCommand();
         if (!command)
@@ -156,6 +157,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::Clock:
     case CommandId::ClockAdvance:
     case CommandId::DatabaseNew:
+    case CommandId::MachineNew:
     case CommandId::Sql:
     case CommandId::Pref:
     case CommandId::Printer:
@@ -164,6 +166,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::File:
     case CommandId::Clipboard:
     case CommandId::ProgramsFail:
+    case CommandId::WriteFile:
         return executeSetup(command);
     case CommandId::ExpectMessage:
     case CommandId::ExpectInput:
@@ -187,6 +190,7 @@ void ScenarioRunner::execute(const ScenarioCommand& command)
     case CommandId::CheckRows:
     case CommandId::CheckPref:
     case CommandId::CheckFiles:
+    case CommandId::CheckFile:
         return executeCheck(command);
     default:
         return executeAction(command);
@@ -208,11 +212,17 @@ void ScenarioRunner::executeSetup(const ScenarioCommand& command)
     case CommandId::DatabaseNew:
         newDatabase();
         break;
+    case CommandId::MachineNew:
+        newMachine();
+        break;
     case CommandId::Sql:
         runStatement(arg("statement"));
         break;
     case CommandId::Pref:
         m_preferences->SaveSetting(arg("application"), arg("section"), arg("key"), arg("value"));
+        break;
+    case CommandId::WriteFile:
+        writeFile(command);
         break;
     case CommandId::Printer:
         m_platform.setDefaultPrinter(arg("name"));
@@ -293,9 +303,26 @@ void ScenarioRunner::newDatabase()
 {
     m_database.reset();
     QString error;
-    m_database = m_operations.databaseFactory()({m_workFolder.path(), [this] { return m_platform.now(); }}, error);
+    m_database = m_operations.databaseFactory()({machineFolder(), [this] { return m_platform.now(); }}, error);
     if (!m_database)
         fail(QStringLiteral("cannot create the database: ") + error);
+}
+
+// Another machine: a preference store of its own, empty, and no database until "database new". The
+// run's folder and the files in it (the application folder among them) stay as they are.
+void ScenarioRunner::newMachine()
+{
+    ++m_machine;
+    m_database.reset();
+    if (!QDir().mkpath(machineFolder()))
+        fail(QStringLiteral("cannot create the folder of the new machine"));
+    m_preferences = std::make_unique<Preferences>(QDir(machineFolder()).filePath(QStringLiteral("prefs")));
+}
+
+QString ScenarioRunner::machineFolder() const
+{
+    return m_machine == 1 ? m_workFolder.path()
+                          : QDir(m_workFolder.path()).filePath(QStringLiteral("machine%1").arg(m_machine));
 }
 
 void ScenarioRunner::runStatement(const QString& statement)
@@ -556,6 +583,8 @@ void ScenarioRunner::executeCheck(const ScenarioCommand& command)
         break;
     case CommandId::CheckRows:
         return checkRows(command);
+    case CommandId::CheckFile:
+        return checkFile(command);
     case CommandId::CheckPref:
         compare(expected,
             m_preferences->GetSetting(command.arg(QStringLiteral("application")),
@@ -588,6 +617,41 @@ void ScenarioRunner::checkRows(const ScenarioCommand& command)
     if (!error.isEmpty())
         return fail(QStringLiteral("the query failed: ") + error);
     compareRows(command.block, rows);
+}
+
+// A text file of lines ending in CR LF; "records" scrambles each line as the settings file does.
+void ScenarioRunner::writeFile(const ScenarioCommand& command)
+{
+    const bool records = command.arg(QStringLiteral("form")) == QLatin1String("records");
+    QByteArray content;
+    for (const QString& line : command.block)
+        content += (records ? ScrambleLine(line) : line).toLatin1() + "\r\n";
+    QFile file(inRun(command.arg(QStringLiteral("path"))));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        fail(QStringLiteral("cannot write the file: ") + file.errorString());
+}
+
+// The lines of a file, those from a line on, or one line (counted from 0); "records" unscrambles
+// each, a line that is not scrambled text showing as "garbled: " and the line.
+void ScenarioRunner::checkFile(const ScenarioCommand& command)
+{
+    const QString path = inRun(command.arg(QStringLiteral("path")));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("cannot read the file ") + path + QStringLiteral(": ") + file.errorString());
+    const bool records = command.arg(QStringLiteral("form")) == QLatin1String("records");
+    QStringList lines = QString::fromLatin1(file.readAll()).split(u'\n');
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    for (QString& line : lines) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+        if (records)
+            line = UnscrambleLine(line).value_or(QStringLiteral("garbled: ") + line);
+    }
+    if (command.has(QStringLiteral("line")))
+        lines = lines.mid(command.intArg(QStringLiteral("line")), 1);
+    compareRows(command.block, lines.mid(command.intArg(QStringLiteral("from"))));
 }
 
 QStringList ScenarioRunner::logRows(const QString& log) const

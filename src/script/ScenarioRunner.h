@@ -63,6 +63,10 @@ private:
 
     void checkFocus(const ScenarioCommand& command);
     void checkRows(const ScenarioCommand& command);
+    void checkFile(const ScenarioCommand& command);
+    void newMachine();
+    QString machineFolder() const;
+    void writeFile(const ScenarioCommand& command);
     QStringList logRows(const QString& log) const;
     void setDateTime(Control& control, const QString& text);
     void makeFile(const QString& path, int bytes);
@@ -82,6 +86,8 @@ private:
     ScriptedPlatform m_platform;
     QTemporaryDir m_workFolder;
     std::unique_ptr<Preferences> m_preferences;
+    // The machine the script works on: 1 at the start, one more with each "machine new".
+    int m_machine = 1;
     std::unique_ptr<ScenarioDatabase> m_database;
     qsizetype m_next = 0;
     qsizetype m_reported = 0;

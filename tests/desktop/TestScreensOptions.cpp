@@ -12,10 +12,12 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QLabel>
 #include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
@@ -140,6 +142,7 @@ private slots:
     void testQuickTicketAndCafeList();
     void testPosTestWritesToTheSerialLine();
     void testBackupAndRestoreRoundTrip();
+    void testSettingsFileCarriedToAnotherServer();
 };
 
 void TestScreensOptions::testTabsAndTips()
@@ -481,6 +484,77 @@ void TestScreensOptions::testBackupAndRestoreRoundTrip()
     QCOMPARE(desk.column(latin("select Username from Account order by Username")),
         QStringList({latin("FIRST"), latin("SECOND")}));
     ComponentRegistry::remove(latin("Brisling.Tidy"));
+}
+
+// Picks an entry of the next pop-up menu, by its caption.
+void chooseMenu(test::ScreenDriver& driver, const char* caption)
+{
+    driver.when(
+        latin("the pop-up menu"),
+        [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr; },
+        [caption] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            for (QAction* action : menu->actions()) {
+                if (action->text() == latin(caption))
+                    menu->setActiveAction(action);
+            }
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+}
+
+// A café moves to a new server: its settings and lists are saved to a file on the old one through
+// the Settings field, and loaded on the new one, whose screen shows them at once.
+void TestScreensOptions::testSettingsFileCarriedToAnotherServer()
+{
+    QTemporaryDir stick;
+    const QString file = stick.filePath(latin("Settings.Sav"));
+    const QString question = latin("Save Setting and also settings to a file?");
+
+    Desk old;
+    QVERIFY2(old.database.isValid(), qPrintable(old.database.error()));
+    const char* const lists[] = {
+        "INSERT INTO Capt (Caption) VALUES ('CASINO')",
+        "INSERT INTO RClient (ComputerName, User) VALUES ('VIP1', 'ANNE')",
+    };
+    QVERIFY(old.execute(lists));
+    old.component.preferences().SaveSetting(latin("CafeHost"), latin("Option"), latin("STR"), latin("OLD"));
+    old.component.preferences().SaveSetting(latin("CafeHost"), latin("COption"), latin("Run"), latin("1"));
+    old.driver.onForm(
+        latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "txtSettings"), Qt::LeftButton); });
+    chooseMenu(old.driver, "Save to File");
+    old.driver.answer(question, QMessageBox::Yes);
+    chooseFile(old.driver, file);
+    old.driver.answer(latin("Option settings saved!"), QMessageBox::Ok);
+    old.driver.onForm(
+        latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "cmdCancel"), Qt::LeftButton); });
+    old.run();
+    QVERIFY2(old.driver.failures().isEmpty(), qPrintable(old.driver.failures().join(latin("; "))));
+    QVERIFY(old.driver.done());
+    QVERIFY(QFileInfo::exists(file));
+
+    Desk fresh;
+    QVERIFY2(fresh.database.isValid(), qPrintable(fresh.database.error()));
+    test::ScreenDriver& driver = fresh.driver;
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        driver.check(find<QLineEdit>(screen, "txtPrefix")->text() == latin("NVT"), latin("the new server's prefix"));
+        QTest::mouseClick(find(screen, "txtSettings"), Qt::LeftButton);
+    });
+    chooseMenu(driver, "Load from file");
+    chooseFile(driver, file);
+    driver.answer(latin("Load the previously saved settings from file?"), QMessageBox::Yes);
+    driver.answer(latin("Option settings loaded!"), QMessageBox::Ok);
+    driver.onForm(latin("Options"), [&driver](FormDialog& screen) {
+        driver.check(find<QLineEdit>(screen, "txtPrefix")->text() == latin("OLD"), latin("the prefix shown again"));
+        driver.check(!find(screen, "cmdApply")->isEnabled(), latin("nothing to apply"));
+        QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton);
+    });
+    fresh.run();
+    QVERIFY2(driver.failures().isEmpty(), qPrintable(driver.failures().join(latin("; "))));
+    QVERIFY(driver.done());
+    QCOMPARE(fresh.pref("STR"), latin("OLD"));
+    QCOMPARE(fresh.pref("Run", "COption"), latin("1"));
+    QCOMPARE(fresh.query("select Caption from Capt"), latin("CASINO"));
+    QCOMPARE(fresh.query("select ComputerName, User from RClient"), latin("VIP1 | "));
 }
 
 } // namespace marlet

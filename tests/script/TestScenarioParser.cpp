@@ -296,7 +296,11 @@ private slots:
         QVERIFY(syntax.contains(QStringLiteral("component <progid> [fails] [built-in]")));
         QVERIFY(syntax.contains(QStringLiteral("file <path> size <bytes:int>")));
         QVERIFY(syntax.contains(QStringLiteral("check files <folder> is <expected:block>")));
-        QCOMPARE(syntax.size(), 47);
+        QVERIFY(syntax.contains(QStringLiteral("write file <path> <form:lines|records> <content:block>")));
+        QVERIFY(syntax.contains(
+            QStringLiteral("check file <path> <form:lines|records> line <line:int> is <expected:block>")));
+        QVERIFY(syntax.contains(QStringLiteral("machine new")));
+        QCOMPARE(syntax.size(), 52);
     }
 };
 

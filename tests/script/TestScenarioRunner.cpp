@@ -542,6 +542,65 @@ private slots:
         QVERIFY2(refused.contains(QStringLiteral("there is no built-in component Vellum.Sheets")), qPrintable(refused));
     }
 
+    // The report holds each of the parts and ends with the summary.
+    static void verifyReport(const QString& output, const QStringList& parts, const QString& summary)
+    {
+        for (const QString& part : parts)
+            QVERIFY2(output.contains(part), qPrintable(output));
+        QVERIFY2(output.endsWith(summary), qPrintable(output));
+    }
+
+    void testFilesAreWrittenAndCheckedAsLinesOrScrambledRecords()
+    {
+        QString output;
+        const int status = run(QStringLiteral("write file \"<run>/a.Sav\" records\n"
+                                              "    AB\n"
+                                              "    \"O :- Expire :- 7\"\n"
+                                              "check file \"<run>/a.Sav\" lines line 0 is \"765665\"\n"
+                                              "check file \"<run>/a.Sav\" records is\n"
+                                              "    AB\n"
+                                              "    \"O :- Expire :- 7\"\n"
+                                              "write file \"<run>/b.Sav\" lines\n"
+                                              "    765665\n"
+                                              "    12a\n"
+                                              "    \"\"\n"
+                                              "check file \"<run>/b.Sav\" records from 1 is\n"
+                                              "    \"garbled: 12a\"\n"
+                                              "    \"\"\n"
+                                              "check file \"<run>/b.Sav\" records is \"BA\"\n"
+                                              "check file \"<run>/none.Sav\" lines is\n"),
+            output);
+        QCOMPARE(status, 1);
+        verifyReport(output,
+            {QStringLiteral("t.scenario:15: check file \"<run>/b.Sav\" records is \"BA\"\n"
+                            "  expected 1 row:\n    \"BA\"\n  actual 3 rows:\n    \"AB\"\n"),
+                QStringLiteral("t.scenario:16: check file \"<run>/none.Sav\" lines is\n  cannot read the file ")},
+            QStringLiteral("FAILED, 7 commands, 2 failure(s)\n"));
+    }
+
+    void testAnotherMachineHasItsOwnPreferencesAndDatabase()
+    {
+        QString output;
+        const int status = run(QStringLiteral("pref CafeHost Option STR VIP\n"
+                                              "database new\n"
+                                              "sql \"INSERT INTO Capt (Caption) VALUES ('X')\"\n"
+                                              "write file \"<run>/app.Sav\" lines 123\n"
+                                              "machine new\n"
+                                              "check pref CafeHost Option STR \"\"\n"
+                                              "check rows \"select count(*) from Capt\" is \"0\"\n"
+                                              "database new\n"
+                                              "check rows \"select count(*) from Capt\" is \"0\"\n"
+                                              "check file \"<run>/app.Sav\" lines is 123\n"
+                                              "open probe\n"
+                                              "close\n"),
+            output);
+        QCOMPARE(status, 1);
+        verifyReport(output,
+            {QStringLiteral("t.scenario:7: check rows \"select count(*) from Capt\" is \"0\"\n"
+                            "  there is no database: write \"database new\" first\n")},
+            QStringLiteral("FAILED, 12 commands, 1 failure(s)\n"));
+    }
+
     void testTheClockAndDevicesAreSetByTheScript()
     {
         const ScenarioScript script = parseScenario(QStringLiteral("clock 2009-01-05 23:59\n"

@@ -18,17 +18,7 @@ QString latin(const char* text)
 // The rows of a query, cells joined by " | ".
 QStringList rows(Connection& connection, const char* statement)
 {
-    QStringList found;
-    Recordset rs;
-    if (!rs.Open(Statement(latin(statement)), connection))
-        return {latin("failed: ") + rs.lastError()};
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QStringList cells;
-        for (int i = 0; i < rs.fieldCount(); ++i)
-            cells << Statement::valueText(rs.value(i));
-        found << cells.join(latin(" | "));
-    }
-    return found;
+    return test::queryRows(connection, latin(statement));
 }
 
 } // namespace

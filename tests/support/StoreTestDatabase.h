@@ -2,8 +2,10 @@
 
 #include "store/Connection.h"
 #include "store/DatabaseInit.h"
+#include "store/Recordset.h"
 
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace marlet::test {
@@ -32,5 +34,22 @@ private:
     Connection m_connection;
     QString m_error;
 };
+
+// The rows of a query, cells joined by " | " as Statement::valueText writes them, or one row
+// "failed: " and the reason.
+inline QStringList queryRows(Connection& connection, const QString& statement)
+{
+    QStringList found;
+    Recordset rs;
+    if (!rs.Open(Statement(statement), connection))
+        return {QStringLiteral("failed: ") + rs.lastError()};
+    for (; !rs.Eof(); rs.MoveNext()) {
+        QStringList cells;
+        for (int i = 0; i < rs.fieldCount(); ++i)
+            cells << Statement::valueText(rs.value(i));
+        found << cells.join(QStringLiteral(" | "));
+    }
+    return found;
+}
 
 } // namespace marlet::test

@@ -1,6 +1,8 @@
 #include "desktop/views/OptionsView.h"
 
 #include "desktop/views/ViewKit.h"
+#include "platform/Form.h"
+#include "platform/Operator.h"
 #include "screens/OptionsNames.h"
 
 #include <QBoxLayout>
@@ -10,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
 
@@ -616,12 +619,37 @@ QWidget* optionsPage(ViewKit& kit, QWidget* area, size_t flag)
     return pages[flag](kit, area);
 }
 
-QHBoxLayout* buttonRow(ViewKit& kit, QWidget& root)
+// The Settings field opens its menu on a click as well as on a key: the click of the left button,
+// on its release, reaches the field's own click.
+class ClickOpensMenu : public QObject
+{
+public:
+    ClickOpensMenu(Control& field, QLineEdit& line)
+        : QObject(&line)
+        , m_field(field)
+    {
+        line.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonRelease && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+            Operator::click(m_field);
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    Control& m_field;
+};
+
+QHBoxLayout* buttonRow(ViewKit& kit, Form& form, QWidget& root)
 {
     auto* bottom = new QHBoxLayout;
     if (auto* settings = kit.make<QLineEdit>(options::txtSettings, &root)) {
         settings->setFixedWidth(settingsFieldWidth);
         settings->setAlignment(Qt::AlignCenter);
+        new ClickOpensMenu(form[options::txtSettings], *settings);
         bottom->addWidget(settings);
     }
     addAll(*bottom, {kit.make(options::cmdHelp, &root)});
@@ -646,7 +674,7 @@ void buildOptionsView(Form& form, QWidget& root, ViewWidgets& widgets)
         addTakingTurns(*tabbed.cell, optionsPage(kit, tabbed.area, flag));
     tabbed.layout->addWidget(tabbed.area, 1);
     layout->addLayout(tabbed.layout, 1);
-    layout->addLayout(buttonRow(kit, root));
+    layout->addLayout(buttonRow(kit, form, root));
 }
 
 } // namespace marlet::views
