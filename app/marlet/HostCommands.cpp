@@ -3,6 +3,7 @@
 #include "CommandCatalogue.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
+#include "OutputCommands.h"
 #include "Secrets.h"
 
 #include "component/Component.h"
@@ -21,6 +22,7 @@
 #include <memory>
 
 #ifdef MARLET_WITH_DESKTOP
+#include "SalesChart.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/ReportComponent.h"
 #include "desktop/TidyRegistration.h"
@@ -173,6 +175,20 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     if (command == QLatin1String("generate")) {
         QCoreApplication application(argc, argv);
         return runGenerate(options, out, err);
+    }
+    if (command == QLatin1String("export")) {
+        QCoreApplication application(argc, argv);
+        return runExport(options, out, err);
+    }
+    if (command == QLatin1String("report")) {
+#ifdef MARLET_WITH_DESKTOP
+        const auto application = options.value(QStringLiteral("chart")).isEmpty()
+            ? std::make_unique<QCoreApplication>(argc, argv)
+            : pictureApplication(argc, argv);
+#else
+        QCoreApplication application(argc, argv);
+#endif
+        return runReport(options, out, err);
     }
     if (command == QLatin1String("script")) {
         QCoreApplication application(argc, argv);

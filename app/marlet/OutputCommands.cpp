@@ -1,0 +1,140 @@
+#include "OutputCommands.h"
+
+#include "HostOptions.h"
+
+#include "inventory/SalesSummary.h"
+#include "inventory/TicketExport.h"
+#include "store/Connection.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+#ifdef MARLET_WITH_DESKTOP
+#include "SalesChart.h"
+#endif
+
+namespace marlet::host {
+
+namespace {
+
+// The bytes to --output, or to standard output without it.
+bool writeOut(const QByteArray& bytes, const QString& file, QString& error)
+{
+    QFile target(file);
+    const bool opened = file.isEmpty() ? target.open(stdout, QIODevice::WriteOnly)
+                                       : target.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    const QString name = file.isEmpty() ? QStringLiteral("standard output") : file;
+    if (!opened || target.write(bytes) != bytes.size() || !target.flush()) {
+        error = QStringLiteral("cannot write %1: %2").arg(name, target.errorString());
+        return false;
+    }
+    return true;
+}
+
+bool openStore(Connection& connection, const HostOptions& options, QString& error)
+{
+    if (connection.Open(databaseOf(options)))
+        return true;
+    error = connection.lastError();
+    return false;
+}
+
+QDate dateOption(const HostOptions& options, const char* name, QString& error)
+{
+    const QString text = options.value(QLatin1String(name));
+    if (text.isEmpty())
+        return {};
+    const QDate day = QDate::fromString(text, Qt::ISODate);
+    if (!day.isValid())
+        error = QStringLiteral("--%1 takes a date as YYYY-MM-DD, e.g. 2026-11-24, not \"%2\"")
+                    .arg(QLatin1String(name), text);
+    return day;
+}
+
+} // namespace
+
+bool exportGroup(const QString& connectionString, const QString& group, const QString& file, QString& error)
+{
+    Connection connection;
+    QList<ExportedTicket> tickets;
+    if (!connection.Open(connectionString)) {
+        error = connection.lastError();
+        return false;
+    }
+    if (!readExportedTickets(connection, ExportScope::Group, group, tickets, error))
+        return false;
+    const bool json = file.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+    return writeOut(json ? exportJson(tickets) : exportCsv(tickets), file, error);
+}
+
+int runExport(const HostOptions& options, QTextStream& out, QTextStream& err)
+{
+    const QString group = options.value(QStringLiteral("group"));
+    const int scopes = int(!group.isEmpty()) + int(options.flag(QStringLiteral("all")))
+        + int(options.flag(QStringLiteral("unused")));
+    if (scopes != 1) {
+        err << "marlet export: give one of --group G, --all or --unused" << Qt::endl;
+        return 2;
+    }
+    const ExportScope scope = !group.isEmpty() ? ExportScope::Group
+        : options.flag(QStringLiteral("all"))  ? ExportScope::All
+                                               : ExportScope::Unused;
+    Connection connection;
+    QList<ExportedTicket> tickets;
+    QString error;
+    if (!openStore(connection, options, error) || !readExportedTickets(connection, scope, group, tickets, error)) {
+        err << "marlet export: the tickets cannot be read: " << error << Qt::endl;
+        return 1;
+    }
+    const bool json = options.value(QStringLiteral("format")) == QLatin1String("json");
+    const QString file = options.value(QStringLiteral("output"));
+    out.flush();
+    if (!writeOut(json ? exportJson(tickets) : exportCsv(tickets), file, error)) {
+        err << "marlet export: " << error << Qt::endl;
+        return 1;
+    }
+    if (!file.isEmpty())
+        out << tickets.size() << " ticket(s) written to " << file << Qt::endl;
+    return 0;
+}
+
+int runReport(const HostOptions& options, QTextStream& out, QTextStream& err)
+{
+    SalesSummary summary;
+    QString error;
+    summary.from = dateOption(options, "from", error);
+    summary.to = dateOption(options, "to", error);
+    if (!error.isEmpty()) {
+        err << "marlet report: " << error << Qt::endl;
+        return 2;
+    }
+    Connection connection;
+    if (!openStore(connection, options, error) || !readSalesSummary(connection, summary, error)) {
+        err << "marlet report: the sales cannot be read: " << error << Qt::endl;
+        return 1;
+    }
+    const QString file = options.value(QStringLiteral("output"));
+    const bool csv = options.value(QStringLiteral("format")) == QLatin1String("csv");
+    out.flush();
+    if (!writeOut(csv ? salesCsv(summary) : salesTable(summary).toUtf8(), file, error)) {
+        err << "marlet report: " << error << Qt::endl;
+        return 1;
+    }
+    const QString chart = options.value(QStringLiteral("chart"));
+    if (chart.isEmpty())
+        return 0;
+#ifdef MARLET_WITH_DESKTOP
+    if (!writeSalesChart(summary, chart, error)) {
+        err << "marlet report: " << error << Qt::endl;
+        return 1;
+    }
+    return 0;
+#else
+    err << "marlet report: this build has no pictures (built without the desktop); --chart is not available"
+        << Qt::endl;
+    return 1;
+#endif
+}
+
+} // namespace marlet::host
