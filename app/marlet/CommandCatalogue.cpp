@@ -132,6 +132,14 @@ QList<CommandSpec> makeCommands()
                     {QStringLiteral("table"), QStringLiteral("csv")}),
                 value("output", "FILE", "write to FILE instead of standard output"),
                 value("chart", "FILE", "also draw a bar chart of money per day as a PNG picture")}},
+        {QStringLiteral("login-template"),
+            QStringLiteral("show or set what each ticket's QR code holds"),
+            {},
+            {value("set",
+                 "TEMPLATE",
+                 "e.g. http://10.0.0.1/login?u={username}&p={password}; web pages then carry the codes too"),
+                flagOption("clear", "back to \"{username} {password}\", on printed sheets only"),
+                prefs}},
     };
 }
 

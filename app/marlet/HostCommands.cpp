@@ -164,6 +164,10 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
         QCoreApplication application(argc, argv);
         return runInit(options, out, err);
     }
+    if (command == QLatin1String("login-template")) {
+        QCoreApplication application(argc, argv);
+        return runLoginTemplate(options, out, err);
+    }
     if (command != QLatin1String("script")) {
         // A database the screens cannot work on is named with its reason before any screen opens.
         if (const QString problem = databaseProblem(databaseOf(options)); !problem.isEmpty()) {

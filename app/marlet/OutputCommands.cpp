@@ -4,7 +4,10 @@
 
 #include "inventory/SalesSummary.h"
 #include "inventory/TicketExport.h"
+#include "printing/LoginCode.h"
 #include "store/Connection.h"
+#include "store/PreferenceKeys.h"
+#include "store/Preferences.h"
 
 #include <QFile>
 
@@ -135,6 +138,39 @@ int runReport(const HostOptions& options, QTextStream& out, QTextStream& err)
         << Qt::endl;
     return 1;
 #endif
+}
+
+int runLoginTemplate(const HostOptions& options, QTextStream& out, QTextStream& err)
+{
+    Preferences preferences(options.value(QStringLiteral("prefs")));
+    const bool clear = options.flag(QStringLiteral("clear"));
+    const QString wanted = options.value(QStringLiteral("set"));
+    if (clear && !wanted.isEmpty()) {
+        err << "marlet login-template: give --set or --clear, not both" << Qt::endl;
+        return 2;
+    }
+    if (!wanted.isEmpty() && !wanted.contains(QLatin1String("{username}"))
+        && !wanted.contains(QLatin1String("{password}"))) {
+        err << "marlet login-template: the template holds neither {username} nor {password}, so every ticket "
+               "would carry the same code; nothing was changed"
+            << Qt::endl;
+        return 2;
+    }
+    if (clear || !wanted.isEmpty()) {
+        const PreferenceKey& key = keys::LoginTemplate;
+        preferences.SaveSetting(QString(ProductWord), key.sectionText(), key.nameText(), wanted);
+        if (!preferences.lastError().isEmpty()) {
+            err << "marlet login-template: " << preferences.lastError() << Qt::endl;
+            return 1;
+        }
+    }
+    const QString current = loginTemplate(preferences);
+    if (current.isEmpty())
+        out << "No login template: ticket sheets carry \"" << DefaultLoginTemplate
+            << "\" in their QR codes, web pages none" << Qt::endl;
+    else
+        out << "Login template: " << current << Qt::endl;
+    return 0;
 }
 
 } // namespace marlet::host

@@ -16,6 +16,9 @@ int runExport(const HostOptions& options, QTextStream& out, QTextStream& err);
 // table or CSV, and with --chart a bar chart of money per day.
 int runReport(const HostOptions& options, QTextStream& out, QTextStream& err);
 
+// "marlet login-template": shows the login template, or sets it (--set) or clears it (--clear).
+int runLoginTemplate(const HostOptions& options, QTextStream& out, QTextStream& err);
+
 // The tickets of one group written to a file, JSON when its name ends in ".json", CSV otherwise.
 // False with error set when the store or the file refuses.
 bool exportGroup(const QString& connectionString, const QString& group, const QString& file, QString& error);

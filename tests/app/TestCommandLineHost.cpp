@@ -920,6 +920,36 @@ private slots:
         QVERIFY(bytes.size() > 2000);
     }
 
+    void testLoginTemplateIsSetShownAndClearedFromTheCommandLine()
+    {
+        const QStringList prefs = {QStringLiteral("--prefs"), path("template-prefs")};
+        const Run unset = marlet(QStringList {QStringLiteral("login-template")} + prefs);
+        QCOMPARE(unset.exitCode, 0);
+        QCOMPARE(unset.out,
+            QStringLiteral("No login template: ticket sheets carry \"{username} {password}\" in their QR codes, web "
+                           "pages none\n"));
+        const QString pattern = QStringLiteral("http://10.0.0.1/login?u={username}&p={password}");
+        const Run set
+            = marlet(QStringList {QStringLiteral("login-template"), QStringLiteral("--set"), pattern} + prefs);
+        QCOMPARE(set.exitCode, 0);
+        QCOMPARE(set.out, QStringLiteral("Login template: %1\n").arg(pattern));
+        QFile file(path("template-prefs/preferences.ini"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString stored = QString::fromUtf8(file.readAll());
+        QVERIFY2(stored.contains(QStringLiteral("LoginTemplate=") + pattern), qPrintable(stored));
+        const Run shown = marlet(QStringList {QStringLiteral("login-template")} + prefs);
+        QCOMPARE(shown.out, set.out);
+        const Run fixed = marlet(
+            QStringList {QStringLiteral("login-template"), QStringLiteral("--set"), QStringLiteral("http://10.0.0.1/")}
+            + prefs);
+        QCOMPARE(fixed.exitCode, 2);
+        QVERIFY2(fixed.err.contains(QStringLiteral("nothing was changed")), qPrintable(fixed.err));
+        QCOMPARE(marlet(QStringList {QStringLiteral("login-template")} + prefs).out, set.out);
+        const Run cleared = marlet(QStringList {QStringLiteral("login-template"), QStringLiteral("--clear")} + prefs);
+        QCOMPARE(cleared.exitCode, 0);
+        QCOMPARE(cleared.out, unset.out);
+    }
+
     void testBatchProgressShowsOnATerminal()
     {
         // script(1) gives the program a pseudo-terminal as its output.

@@ -71,7 +71,8 @@ SheetTicket ticket(int number)
         u"5 day(s) after first use"_s,
         u"Any Time"_s,
         u"Unlimited"_s,
-        u"12 Quay Street"_s};
+        u"12 Quay Street"_s,
+        u"http://10.0.0.1/login?u=USER"_s + digits + u"&p=PW"_s + digits + u"XY"_s};
 }
 
 QList<SheetTicket> tickets(int count)
@@ -123,6 +124,8 @@ private slots:
 
     void testSevenTicketsSixUpPrintOnOnePage();
     void testTicketTextsReachThePdf();
+    void testEveryTicketCarriesItsQrCode_data();
+    void testEveryTicketCarriesItsQrCode();
     void testFullPageStartsANewOne_data();
     void testFullPageStartsANewOne();
     void testScratchTablePreviewPrintsToPdf();
@@ -218,6 +221,44 @@ void TestReportComponent::testTicketTextsReachThePdf()
     QCOMPARE(text->count(u"5 day(s) after first use"_s), 7);
     QCOMPARE(text->count(u"Quota: Unlimited"_s), 7);
     QVERIFY(text->contains(u"202611211000-007"_s));
+}
+
+void TestReportComponent::testEveryTicketCarriesItsQrCode_data()
+{
+    QTest::addColumn<int>("perRow");
+    QTest::addColumn<int>("count");
+    QTest::newRow("small sheet") << 6 << 8;
+    QTest::newRow("medium sheet") << 3 << 4;
+    QTest::newRow("large sheet") << 2 << 3;
+}
+
+// The sheet goes to a PDF, the PDF to a picture as a 300 dpi printer would rasterise it, and a barcode
+// reader finds every ticket's login in it.
+void TestReportComponent::testEveryTicketCarriesItsQrCode()
+{
+    QFETCH(int, perRow);
+    QFETCH(int, count);
+    for (const char* tool : {"pdftoppm", "zbarimg"}) {
+        if (QStandardPaths::findExecutable(QLatin1String(tool)).isEmpty())
+            QFAIL(qPrintable(QLatin1String(tool) + u" is missing: install the packages of scripts/packages.txt"_s));
+    }
+    const QString pdf = m_dir->filePath(u"codes.pdf"_s);
+    QVERIFY(writePdf(packTicketSheet(tickets(count), perRow), pdf));
+    QProcess raster;
+    raster.start(
+        u"pdftoppm"_s, {u"-r"_s, u"300"_s, u"-gray"_s, u"-png"_s, u"-singlefile"_s, pdf, m_dir->filePath(u"codes"_s)});
+    QVERIFY(raster.waitForFinished(60000));
+    QCOMPARE(raster.exitCode(), 0);
+    QProcess reader;
+    reader.start(
+        u"zbarimg"_s, {u"-q"_s, u"--raw"_s, u"-Sdisable"_s, u"-Sqrcode.enable"_s, m_dir->filePath(u"codes.png"_s)});
+    QVERIFY(reader.waitForFinished(60000));
+    QStringList decoded = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    decoded.sort();
+    QStringList expected;
+    for (int number = 1; number <= count; ++number)
+        expected.append(ticket(number).loginCode);
+    QCOMPARE(decoded, expected);
 }
 
 void TestReportComponent::testFullPageStartsANewOne_data()
