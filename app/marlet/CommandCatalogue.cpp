@@ -132,6 +132,18 @@ QList<CommandSpec> makeCommands()
                     {QStringLiteral("table"), QStringLiteral("csv")}),
                 value("output", "FILE", "write to FILE instead of standard output"),
                 value("chart", "FILE", "also draw a bar chart of money per day as a PNG picture")}},
+        {QStringLiteral("receipt"),
+            QStringLiteral(
+                "print a group's tickets on a receipt printer, one receipt a ticket, or preview them as a PDF"),
+            {},
+            {db,
+                value("group", "G", "the tickets of this group"),
+                value("paper", "MM", "the roll's width (default 80)", {QStringLiteral("58"), QStringLiteral("80")}),
+                value(
+                    "port", "PORT", "a serial port: COM1 ... COM4, LPT1 ... LPT3 or a device (default: the POS port)"),
+                value("queue", "QUEUE", "a raw queue of the print service instead of a serial port"),
+                value("pdf", "FILE", "a PDF preview of receipt width instead of printing"),
+                prefs}},
         {QStringLiteral("login-template"),
             QStringLiteral("show or set what each ticket's QR code holds"),
             {},

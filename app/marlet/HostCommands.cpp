@@ -184,6 +184,14 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
         QCoreApplication application(argc, argv);
         return runExport(options, out, err);
     }
+    if (command == QLatin1String("receipt")) {
+#ifdef MARLET_WITH_DESKTOP
+        const std::unique_ptr<QCoreApplication> application = pictureApplication(argc, argv);
+#else
+        QCoreApplication application(argc, argv);
+#endif
+        return runReceipt(options, out, err);
+    }
     if (command == QLatin1String("report")) {
 #ifdef MARLET_WITH_DESKTOP
         const auto application = options.value(QStringLiteral("chart")).isEmpty()

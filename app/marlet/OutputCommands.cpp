@@ -15,6 +15,9 @@
 
 #ifdef MARLET_WITH_DESKTOP
 #include "SalesChart.h"
+#include "desktop/ReceiptOutput.h"
+#include "printing/Receipt.h"
+#include "printing/TicketSheet.h"
 #endif
 
 namespace marlet::host {
@@ -136,6 +139,69 @@ int runReport(const HostOptions& options, QTextStream& out, QTextStream& err)
 #else
     err << "marlet report: this build has no pictures (built without the desktop); --chart is not available"
         << Qt::endl;
+    return 1;
+#endif
+}
+
+int runReceipt(const HostOptions& options, QTextStream& out, QTextStream& err)
+{
+#ifdef MARLET_WITH_DESKTOP
+    const QString port = options.value(QStringLiteral("port"));
+    const QString queue = options.value(QStringLiteral("queue"));
+    const QString pdf = options.value(QStringLiteral("pdf"));
+    if (int(!port.isEmpty()) + int(!queue.isEmpty()) + int(!pdf.isEmpty()) > 1) {
+        err << "marlet receipt: give one of --port, --queue or --pdf" << Qt::endl;
+        return 2;
+    }
+    const QString group = options.value(QStringLiteral("group"));
+    if (group.isEmpty()) {
+        err << "marlet receipt: give the tickets' group with --group G (marlet export --all lists the groups)"
+            << Qt::endl;
+        return 2;
+    }
+    Preferences preferences(options.value(QStringLiteral("prefs")));
+    Connection connection;
+    QString error;
+    std::optional<QList<SheetTicket>> tickets;
+    if (openStore(connection, options, error))
+        tickets = groupTickets(connection, group, preferences, &error);
+    if (!tickets) {
+        err << "marlet receipt: the tickets cannot be read: " << error << Qt::endl;
+        return 1;
+    }
+    if (tickets->isEmpty()) {
+        err << "marlet receipt: the group " << group << " holds no tickets" << Qt::endl;
+        return 1;
+    }
+    const ReceiptPaper paper
+        = options.value(QStringLiteral("paper")) == QLatin1String("58") ? ReceiptPaper::narrow() : ReceiptPaper::wide();
+    const ReceiptContent content = ReceiptContent::fromPreferences(preferences);
+    if (!pdf.isEmpty()) {
+        if (!writeReceiptPdf(*tickets, paper, content, pdf, error)) {
+            err << "marlet receipt: " << error << Qt::endl;
+            return 1;
+        }
+        out << tickets->size() << " receipt(s) written to " << pdf << Qt::endl;
+        return 0;
+    }
+    QByteArray bytes;
+    for (const SheetTicket& ticket : *tickets)
+        bytes += escposReceipt(ticket, paper, content);
+    // Without a destination the receipts go to the port of the POS settings.
+    const QString posPort
+        = port.isEmpty() ? SessionPreferences(preferences, QString(ProductWord)).text(keys::pos::COM) : port;
+    const bool sent
+        = queue.isEmpty() ? sendToSerialPrinter(bytes, posPort, error) : sendToPrintQueue(bytes, queue, error);
+    if (!sent) {
+        err << "marlet receipt: " << error << Qt::endl;
+        return 1;
+    }
+    out << tickets->size() << " receipt(s) sent to " << (queue.isEmpty() ? posPort : queue) << Qt::endl;
+    return 0;
+#else
+    Q_UNUSED(options);
+    Q_UNUSED(out);
+    err << "marlet receipt: this build has no printing (built without the desktop)" << Qt::endl;
     return 1;
 #endif
 }

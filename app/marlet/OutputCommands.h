@@ -16,6 +16,10 @@ int runExport(const HostOptions& options, QTextStream& out, QTextStream& err);
 // table or CSV, and with --chart a bar chart of money per day.
 int runReport(const HostOptions& options, QTextStream& out, QTextStream& err);
 
+// "marlet receipt": a group's tickets as receipts, one a ticket, in ESC/POS to a serial port or a
+// raw print queue, or as a PDF preview.
+int runReceipt(const HostOptions& options, QTextStream& out, QTextStream& err);
+
 // "marlet login-template": shows the login template, or sets it (--set) or clears it (--clear).
 int runLoginTemplate(const HostOptions& options, QTextStream& out, QTextStream& err);
 

@@ -1,15 +1,21 @@
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 // The command-line host as a person or a script uses it on a terminal.
 class TestCommandLineHost : public QObject
@@ -43,6 +49,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    bool m_receiptTicketsMade = false;
 
     // Every row of every table, so that a refused command can be shown to have written nothing.
     QString databaseContents() const
@@ -948,6 +955,212 @@ private slots:
         const Run cleared = marlet(QStringList {QStringLiteral("login-template"), QStringLiteral("--clear")} + prefs);
         QCOMPARE(cleared.exitCode, 0);
         QCOMPARE(cleared.out, unset.out);
+    }
+
+    // Two tickets of a group for the receipt tests: one with a fixed date and a quota.
+    void makeReceiptTickets()
+    {
+        if (m_receiptTicketsMade)
+            return;
+        m_receiptTicketsMade = true;
+        execute("cafe.db",
+            {ticket(QStringLiteral("RCPTGRP"), QStringLiteral("001"), QStringLiteral("RCPT001"), QStringLiteral("pw1")),
+                ticket(
+                    QStringLiteral("RCPTGRP"), QStringLiteral("002"), QStringLiteral("RCPT002"), QStringLiteral("pw2")),
+                {QStringLiteral("UPDATE Account SET Quota = 500 WHERE Username = 'RCPT002'"), {}}});
+    }
+
+    // The bytes a 58 mm printer gets for one ticket with the POS tab's defaults, spelled out.
+    static QByteArray narrowReceipt(const QByteArray& user,
+        const QByteArray& password,
+        const QByteArray& quota,
+        const QByteArray& number,
+        bool largeUser)
+    {
+        const auto line = [](char centred, char bold, char size, const QByteArray& text) -> QByteArray {
+            return QByteArray("\x1b"
+                              "a")
+                + centred
+                + "\x1b"
+                  "E"
+                + bold + "\x1d!" + size + text + '\n';
+        };
+        QByteArray bytes = QByteArray("\x1b@\x1bt\x10", 5);
+        bytes += line(1, 1, 0, "Norvantis");
+        bytes += line(1, 0, 0, "Norvantis");
+        bytes += line(0, 0, 0, QByteArray(32, '-'));
+        bytes += line(0, 1, largeUser ? 0x11 : 0, "User: " + user);
+        bytes += line(0, 1, 0, "Password: " + password);
+        bytes += line(0, 0, 0, "Time: 1 hr(s) 30 min(s)      N50");
+        bytes += line(0, 0, 0, "Expires 31-Dec-99");
+        bytes += line(0, 0, 0, "Any Time");
+        if (!quota.isEmpty())
+            bytes += line(0, 0, 0, "Quota: " + quota);
+        bytes += line(0, 0, 0, number);
+        const QByteArray code = user + ' ' + password;
+        bytes += QByteArray("\x1b"
+                            "E\x00\x1d!\x00\x1b"
+                            "a\x01",
+            9);
+        bytes += QByteArray("\x1d(k\x04\x00\x31\x41\x32\x00", 9); // model 2
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x43\x04", 8); // module of 4 dots
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x45\x31", 8); // level M
+        bytes += QByteArray("\x1d(k", 3) + char(code.size() + 3) + QByteArray("\x00\x31\x50\x30", 4) + code;
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x51\x30", 8); // print it
+        bytes += QByteArray("\n\x1b"
+                            "a\x00\x1b"
+                            "d\x04\x1dVB\x00",
+            11);
+        return bytes;
+    }
+
+    void testReceiptsReachTheSerialLineByteForByte()
+    {
+        makeReceiptTickets();
+#ifndef MARLET_WITH_DESKTOP
+        const Run refused
+            = marlet(QStringList {QStringLiteral("receipt"), QStringLiteral("--group"), QStringLiteral("RCPTGRP")}
+                + common().mid(0, 2));
+        QCOMPARE(refused.exitCode, 1);
+        QCOMPARE(
+            refused.err, QStringLiteral("marlet receipt: this build has no printing (built without the desktop)\n"));
+        return;
+#endif
+        QTemporaryDir lines;
+        const QString near = lines.filePath(QStringLiteral("printer"));
+        const QString far = lines.filePath(QStringLiteral("paper"));
+        QProcess socat;
+        socat.start(QStringLiteral("socat"),
+            {QStringLiteral("pty,raw,echo=0,link=") + near, QStringLiteral("pty,raw,echo=0,link=") + far});
+        QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
+        const int paper = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
+        QVERIFY(paper >= 0);
+        const auto receive = [paper](qsizetype expected) {
+            QByteArray received;
+            QElapsedTimer waited;
+            waited.start();
+            while (received.size() < expected && waited.elapsed() < 5000) {
+                char buffer[512];
+                const ssize_t count = ::read(paper, buffer, sizeof buffer);
+                if (count > 0)
+                    received.append(buffer, count);
+                else
+                    QThread::msleep(5);
+            }
+            QThread::msleep(100); // nothing more may follow
+            char extra[64];
+            const ssize_t more = ::read(paper, extra, sizeof extra);
+            if (more > 0)
+                received.append(extra, more);
+            return received;
+        };
+
+        // The POS tab's port, COM3 here, is where receipts go without --port.
+        QFile prefs(path("receipt-prefs/preferences.ini"));
+        QVERIFY(QDir().mkpath(path("receipt-prefs")));
+        QVERIFY(prefs.open(QIODevice::WriteOnly));
+        prefs.write("[Norvantis/POS]\nCOM=COM3\n");
+        prefs.close();
+        const QStringList narrow = {QStringLiteral("receipt"),
+            QStringLiteral("--db"),
+            path("cafe.db"),
+            QStringLiteral("--prefs"),
+            path("receipt-prefs"),
+            QStringLiteral("--group"),
+            QStringLiteral("RCPTGRP"),
+            QStringLiteral("--paper"),
+            QStringLiteral("58")};
+        const QByteArray expected = narrowReceipt("RCPT001", "pw1", {}, "RCPTGRP-001", false)
+            + narrowReceipt("RCPT002", "pw2", "500 MB", "RCPTGRP-002", false);
+        const Run sent = marlet(narrow, {}, {QStringLiteral("MARLET_PORT_COM3=") + near});
+        QVERIFY2(!sent.err.contains(QStringLiteral("marlet receipt")), qPrintable(sent.err));
+        QCOMPARE(sent.exitCode, 0);
+        QCOMPARE(sent.out, QStringLiteral("2 receipt(s) sent to COM3\n"));
+        QCOMPARE(receive(expected.size()), expected);
+
+        // "Show Username in LARGE" doubles the user line.
+        QVERIFY(prefs.open(QIODevice::WriteOnly));
+        prefs.write("[Norvantis/POS]\nCOM=COM3\nSUserL=1\n");
+        prefs.close();
+        const Run large = marlet(narrow + QStringList {QStringLiteral("--port"), near});
+        QCOMPARE(large.exitCode, 0);
+        const QByteArray largeExpected = narrowReceipt("RCPT001", "pw1", {}, "RCPTGRP-001", true)
+            + narrowReceipt("RCPT002", "pw2", "500 MB", "RCPTGRP-002", true);
+        QCOMPARE(receive(largeExpected.size()), largeExpected);
+        ::close(paper);
+        socat.terminate();
+        socat.waitForFinished(3000);
+
+        const Run nowhere = marlet(narrow + QStringList {QStringLiteral("--port"), path("no-such-port")});
+        QCOMPARE(nowhere.exitCode, 1);
+        QVERIFY2(nowhere.err.contains(QStringLiteral("marlet receipt: cannot open the receipt printer's port ")),
+            qPrintable(nowhere.err));
+    }
+
+    void testReceiptPreviewIsAPdfOfReceiptWidth_data()
+    {
+        QTest::addColumn<QString>("paper");
+        QTest::addColumn<QString>("points");
+        QTest::newRow("58 mm") << QStringLiteral("58") << QStringLiteral("164");
+        QTest::newRow("80 mm") << QStringLiteral("80") << QStringLiteral("227");
+    }
+
+    void testReceiptPreviewIsAPdfOfReceiptWidth()
+    {
+#ifndef MARLET_WITH_DESKTOP
+        QSKIP("the preview is drawn by the desktop part");
+#endif
+        QFETCH(QString, paper);
+        QFETCH(QString, points);
+        makeReceiptTickets();
+        const QString pdf = path("receipts.pdf");
+        const Run run = marlet({QStringLiteral("receipt"),
+            QStringLiteral("--db"),
+            path("cafe.db"),
+            QStringLiteral("--prefs"),
+            path("pdf-prefs"),
+            QStringLiteral("--group"),
+            QStringLiteral("RCPTGRP"),
+            QStringLiteral("--paper"),
+            paper,
+            QStringLiteral("--pdf"),
+            pdf});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, QStringLiteral("2 receipt(s) written to %1\n").arg(pdf));
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+        QVERIFY(text.waitForFinished(30000));
+        const QString content = QString::fromUtf8(text.readAllStandardOutput());
+        for (const char* expected : {"User: RCPT001",
+                 "Password: pw1",
+                 "User: RCPT002",
+                 "Password: pw2",
+                 "Quota: 500 MB",
+                 "RCPTGRP-002",
+                 "Expires 31-Dec-99"})
+            QVERIFY2(content.contains(QLatin1String(expected)), qPrintable(content));
+        QProcess info;
+        info.start(QStringLiteral("pdfinfo"), {pdf});
+        QVERIFY(info.waitForFinished(30000));
+        const QString details = QString::fromUtf8(info.readAllStandardOutput());
+        QVERIFY2(details.contains(QRegularExpression(QStringLiteral("Pages:\\s+2\n"))), qPrintable(details));
+        // Each receipt's QR code, read back from the preview as a printer would rasterise it.
+        QProcess raster;
+        raster.start(QStringLiteral("pdftoppm"),
+            {QStringLiteral("-r"), QStringLiteral("203"), QStringLiteral("-png"), pdf, path("receipt")});
+        QVERIFY(raster.waitForFinished(30000));
+        QStringList codes;
+        for (const char* page : {"receipt-1.png", "receipt-2.png"}) {
+            QProcess reader;
+            reader.start(QStringLiteral("zbarimg"), {QStringLiteral("-q"), QStringLiteral("--raw"), path(page)});
+            QVERIFY(reader.waitForFinished(30000));
+            codes.append(QString::fromUtf8(reader.readAllStandardOutput()).trimmed());
+        }
+        QCOMPARE(codes, QStringList({QStringLiteral("RCPT001 pw1"), QStringLiteral("RCPT002 pw2")}));
+        QVERIFY2(details.contains(
+                     QRegularExpression(QStringLiteral("Page size:\\s+") + points + QStringLiteral("(\\.\\d+)? x "))),
+            qPrintable(details));
     }
 
     void testBatchProgressShowsOnATerminal()
