@@ -108,37 +108,42 @@ bool sendToPrintQueue(const QByteArray& bytes, const QString& queue, QString& er
     return true;
 }
 
+bool paintReceipts(const QList<SheetTicket>& tickets,
+    const ReceiptPaper& paper,
+    const ReceiptContent& content,
+    QPagedPaintDevice& device)
+{
+    if (tickets.isEmpty())
+        return false;
+    device.setPageMargins(QMarginsF(0, 0, 0, 0));
+    QPainter painter;
+    for (qsizetype i = 0; i < tickets.size(); ++i) {
+        const QList<ReceiptLine> lines = receiptLines(tickets.at(i), paper, content);
+        const qreal height = receiptHeightMm(lines, paper, !tickets.at(i).loginCode.isEmpty());
+        device.setPageSize(QPageSize(QSizeF(paper.millimetres, height), QPageSize::Millimeter));
+        if (i == 0 ? !painter.begin(&device) : !device.newPage())
+            return false;
+        paintReceipt(painter, tickets.at(i), lines, paper, device.logicalDpiX() / 25.4);
+    }
+    return painter.end();
+}
+
 bool writeReceiptPdf(const QList<SheetTicket>& tickets,
     const ReceiptPaper& paper,
     const ReceiptContent& content,
     const QString& file,
     QString& error)
 {
-    QPdfWriter writer(file);
-    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    QPainter painter;
-    for (qsizetype i = 0; i < tickets.size(); ++i) {
-        const QList<ReceiptLine> lines = receiptLines(tickets.at(i), paper, content);
-        const QPageSize size(
-            QSizeF(paper.millimetres, receiptHeightMm(lines, paper, !tickets.at(i).loginCode.isEmpty())),
-            QPageSize::Millimeter);
-        if (i == 0) {
-            writer.setPageSize(size);
-            if (!painter.begin(&writer)) {
-                error = QStringLiteral("cannot write %1").arg(file);
-                return false;
-            }
-        } else {
-            writer.setPageSize(size);
-            writer.newPage();
-        }
-        paintReceipt(painter, tickets.at(i), lines, paper, writer.logicalDpiX() / 25.4);
-    }
     if (tickets.isEmpty()) {
         error = QStringLiteral("no tickets to preview");
         return false;
     }
-    return painter.end();
+    QPdfWriter writer(file);
+    if (!paintReceipts(tickets, paper, content, writer)) {
+        error = QStringLiteral("cannot write %1").arg(file);
+        return false;
+    }
+    return true;
 }
 
 } // namespace marlet

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+class QPagedPaintDevice;
+
 namespace marlet {
 
 struct ReceiptContent;
@@ -17,7 +19,14 @@ bool sendToSerialPrinter(const QByteArray& bytes, const QString& portName, QStri
 // ESC/POS bytes to a raw print queue of the system's print service (lp -d QUEUE -o raw).
 bool sendToPrintQueue(const QByteArray& bytes, const QString& queue, QString& error);
 
-// A PDF preview of the receipts, one page of the paper's width per ticket, as long as it needs.
+// The receipts on a paged device (a printer, a PDF writer), one page of the paper's width per
+// ticket, as long as it needs. False when there is no ticket or the device cannot be painted on.
+bool paintReceipts(const QList<SheetTicket>& tickets,
+    const ReceiptPaper& paper,
+    const ReceiptContent& content,
+    QPagedPaintDevice& device);
+
+// A PDF preview of the receipts, as paintReceipts lays them out.
 bool writeReceiptPdf(const QList<SheetTicket>& tickets,
     const ReceiptPaper& paper,
     const ReceiptContent& content,

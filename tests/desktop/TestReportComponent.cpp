@@ -3,6 +3,7 @@
 #include "desktop/ComponentRegistry.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/TicketSheetPainter.h"
+#include "printing/Receipt.h"
 #include "printing/TicketSheet.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
@@ -13,6 +14,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -27,8 +29,12 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+
 #include <QTreeWidget>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <functional>
 
@@ -132,6 +138,7 @@ private slots:
     void testMissingTableShowsNoPreview();
     void testOperationsNeedTheConnection();
     void testExistingTicketsArePreviewedByGroup();
+    void testExistingTicketsGoToTheReceiptPrinter();
     void testSettingsWindowSavesWhatWasChosen();
     void testSettingsWindowRefusesADuplicateAndCancelKeepsAll();
     void testComponentIsReachedByName();
@@ -373,6 +380,81 @@ void TestReportComponent::testExistingTicketsArePreviewedByGroup()
     QCOMPARE(listed, (QStringList {u"202611211000"_s, u"202611200900"_s}));
     QVERIFY(!previewEnabledBefore);
     QCOMPARE(previewPages, 1);
+}
+
+void TestReportComponent::testExistingTicketsGoToTheReceiptPrinter()
+{
+    QVERIFY(m_db->connection().Execute(Statement(
+        u"Insert into TicketInfo (TicketGrp, Number, Time, Amount, TimeGenerated) values ('202611211000', 3, 60, '50', 'Y')"_s)));
+    for (int number = 1; number <= 3; ++number)
+        addTicket(u"202611211000"_s, u"00"_s + QString::number(number), u"ROLL00"_s + QString::number(number));
+    Preferences(m_dir->filePath(u"prefs"_s)).SaveSetting(u"Norvantis"_s, u"POS"_s, u"COM"_s, u"COM4"_s);
+
+    QTemporaryDir lines;
+    const QString near = lines.filePath(u"printer"_s);
+    const QString far = lines.filePath(u"paper"_s);
+    QProcess socat;
+    socat.start(u"socat"_s, {u"pty,raw,echo=0,link="_s + near, u"pty,raw,echo=0,link="_s + far});
+    QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
+    const int paper = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
+    QVERIFY(paper >= 0);
+    qputenv("MARLET_PORT_COM4", QFile::encodeName(near));
+
+    bool missed = false;
+    QStringList sizes;
+    bool sendForSheets = true;
+    bool sendForReceipts = false;
+    int receiptPages = 0;
+    onModal<QDialog>(u"PrintExistingTickets"_s, missed, [&](QDialog& dialog) {
+        auto* size = dialog.findChild<QComboBox*>(u"size"_s);
+        auto* send = dialog.findChild<QPushButton*>(u"sendReceipts"_s);
+        for (int index = 0; index < size->count(); ++index)
+            sizes.append(size->itemText(index));
+        dialog.findChild<QTreeWidget*>(u"groups"_s)->topLevelItem(0)->setSelected(true);
+        size->setCurrentIndex(2);
+        sendForSheets = send->isEnabled();
+        size->setCurrentIndex(3);
+        sendForReceipts = send->isEnabled();
+        send->click();
+        onModal<QPrintPreviewDialog>(u"ReceiptPreview"_s, missed, [&](QPrintPreviewDialog& shown) {
+            receiptPages = shown.findChild<QPrintPreviewWidget*>()->pageCount();
+            shown.reject();
+            QTimer::singleShot(0, &dialog, &QDialog::reject);
+        });
+        dialog.findChild<QPushButton*>(u"preview"_s)->click();
+    });
+    QVERIFY(m_component->callWithConnection(u"PrintPreview"_s, m_db->connection(), {u"C:\\Server\\host.exe"_s}));
+    qunsetenv("MARLET_PORT_COM4");
+    QVERIFY(!missed);
+    QCOMPARE(sizes.mid(3),
+        (QStringList {u"Receipt 58 mm (one ticket a receipt)"_s, u"Receipt 80 mm (one ticket a receipt)"_s}));
+    QVERIFY(!sendForSheets);
+    QVERIFY(sendForReceipts);
+    QCOMPARE(receiptPages, 3);
+
+    Preferences preferences(m_dir->filePath(u"prefs"_s));
+    const auto tickets = groupTickets(m_db->connection(), u"202611211000"_s, preferences);
+    QVERIFY(tickets && tickets->size() == 3);
+    QByteArray expected;
+    for (const SheetTicket& ticket : *tickets)
+        expected += escposReceipt(ticket, ReceiptPaper::narrow(), ReceiptContent());
+    QVERIFY(expected.contains("User: ROLL002"));
+    QByteArray received;
+    QElapsedTimer waited;
+    waited.start();
+    while (received.size() < expected.size() && waited.elapsed() < 5000) {
+        char buffer[512];
+        const ssize_t count = ::read(paper, buffer, sizeof buffer);
+        if (count > 0)
+            received.append(buffer, count);
+        else
+            QThread::msleep(5);
+    }
+    ::close(paper);
+    socat.terminate();
+    socat.waitForFinished(3000);
+    QCOMPARE(received, expected);
 }
 
 void TestReportComponent::testSettingsWindowSavesWhatWasChosen()
