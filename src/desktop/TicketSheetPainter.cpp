@@ -82,7 +82,11 @@ void paintLine(QPainter& painter, const BoxLine& line, const QRectF& area)
             area, Qt::AlignRight | Qt::AlignVCenter, metrics.elidedText(line.right, Qt::ElideRight, rightWidth));
         leftWidth -= rightWidth + metrics.horizontalAdvance(u' ');
     }
-    painter.drawText(area, line.alignment | Qt::AlignVCenter, metrics.elidedText(line.left, Qt::ElideRight, leftWidth));
+    // A line that must show whole was fitted already; the device's metrics may still differ from
+    // the fitting ones by a hair, which must not cost it its last characters.
+    painter.drawText(area,
+        line.alignment | Qt::AlignVCenter,
+        line.whole ? line.left : metrics.elidedText(line.left, Qt::ElideRight, leftWidth));
 }
 
 // Lines stacked from the top of `area`, each `lineHeight` high; returns the area left below them.

@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
@@ -261,6 +262,26 @@ void TestReportComponent::testEveryTicketCarriesItsQrCode()
         u"zbarimg"_s, {u"-q"_s, u"--raw"_s, u"-Sdisable"_s, u"-Sqrcode.enable"_s, m_dir->filePath(u"codes.png"_s)});
     QVERIFY(reader.waitForFinished(60000));
     QStringList decoded = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    // tools/output-pictures asks for the top of the medium sheet as a picture for the documentation.
+    if (const QString pictures = qEnvironmentVariable("MARLET_PICTURES_DIR"); !pictures.isEmpty() && perRow == 3) {
+        QProcess picture;
+        picture.start(u"pdftoppm"_s,
+            {u"-r"_s,
+                u"120"_s,
+                u"-png"_s,
+                u"-singlefile"_s,
+                u"-x"_s,
+                u"0"_s,
+                u"-y"_s,
+                u"0"_s,
+                u"-W"_s,
+                u"1000"_s,
+                u"-H"_s,
+                u"250"_s,
+                pdf,
+                QDir(pictures).filePath(u"sheet-qr"_s)});
+        QVERIFY(picture.waitForFinished(60000));
+    }
     decoded.sort();
     QStringList expected;
     for (int number = 1; number <= count; ++number)
