@@ -388,19 +388,29 @@ bool ReportComponent::loadPrintSettings(Connection& connection)
     return false;
 }
 
+namespace {
+
+// The default printer, or without one a PDF file in the documents folder; the print dialog offers
+// to change its name.
+void printToDefault(QPrinter& printer, const QString& title, const QString& pdfName)
+{
+    printer.setDocName(title);
+    if (QPrinterInfo::defaultPrinterName().isEmpty()) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(
+            QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(pdfName));
+    }
+}
+
+} // namespace
+
 void previewTicketSheet(const TicketSheet& sheet, const QString& title, QWidget* parent)
 {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setPageOrientation(QPageLayout::Portrait);
     printer.setPageMargins(QMarginsF(8, 8, 8, 8), QPageLayout::Millimeter);
-    printer.setDocName(title);
-    if (QPrinterInfo::defaultPrinterName().isEmpty()) {
-        // Without a printer the sheet goes into a PDF file; the print dialog offers to change its name.
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-                                      .filePath(QStringLiteral("tickets.pdf")));
-    }
+    printToDefault(printer, title, QStringLiteral("tickets.pdf"));
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName(QStringLiteral("TicketSheetPreview"));
     preview.setWindowTitle(title);
@@ -415,12 +425,7 @@ void previewReceipts(
     const QList<SheetTicket>& tickets, const ReceiptPaper& paper, const ReceiptContent& content, QWidget* parent)
 {
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(QStringLiteral("Receipts"));
-    if (QPrinterInfo::defaultPrinterName().isEmpty()) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-                                      .filePath(QStringLiteral("receipts.pdf")));
-    }
+    printToDefault(printer, QStringLiteral("Receipts"), QStringLiteral("receipts.pdf"));
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName(QStringLiteral("ReceiptPreview"));
     preview.setWindowTitle(QStringLiteral("Receipt Preview"));

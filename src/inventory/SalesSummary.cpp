@@ -99,6 +99,30 @@ bool countTickets(Connection& connection, const QString& table, QHash<QString, q
     return true;
 }
 
+// One more of `counter` for each row of the select, on the day in `dayColumn` and for the staff
+// member in `staffColumn`.
+bool countOnDays(Connection& connection,
+    SalesSummary& summary,
+    const QString& select,
+    const QString& dayColumn,
+    const QString& staffColumn,
+    qint64 SalesLine::*counter,
+    QString& error)
+{
+    Recordset rows;
+    if (!openAll(rows, select, connection, error))
+        return false;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const QDate day = rows.value(dayColumn).toDateTime().date();
+        if (!inRange(summary, day))
+            continue;
+        for (SalesLine* line :
+            {&summary.days[day], &summary.staff[staffName(rows.value(staffColumn).toString())], &summary.total})
+            ++(line->*counter);
+    }
+    return true;
+}
+
 bool readSalesSummary(Connection& connection, SalesSummary& summary, QString& error)
 {
     QHash<QString, qint64> ticketsOfGroup;
@@ -121,30 +145,23 @@ bool readSalesSummary(Connection& connection, SalesSummary& summary, QString& er
             line->money += takings;
         }
     }
-    Recordset used;
-    if (!openAll(used, QStringLiteral("Select * From Account where NEW = false"), connection, error))
+    // Tickets the host used, on the day of their last use, for who made them; recharges on their
+    // day, for who recharged.
+    if (!countOnDays(connection,
+            summary,
+            QStringLiteral("Select * From Account where NEW = false"),
+            QStringLiteral("LastUsed"),
+            QStringLiteral("ByWhom"),
+            &SalesLine::sold,
+            error)
+        || !countOnDays(connection,
+            summary,
+            QStringLiteral("Select * From Rechargeinfo"),
+            QStringLiteral("timedate"),
+            QStringLiteral("Rechargeduser"),
+            &SalesLine::recharges,
+            error))
         return false;
-    for (; !used.Eof(); used.MoveNext()) {
-        const QDate day = used.value(QStringLiteral("LastUsed")).toDateTime().date();
-        if (!inRange(summary, day))
-            continue;
-        for (SalesLine* line : {&summary.days[day],
-                 &summary.staff[staffName(used.value(QStringLiteral("ByWhom")).toString())],
-                 &summary.total})
-            ++line->sold;
-    }
-    Recordset recharges;
-    if (!openAll(recharges, QStringLiteral("Select * From Rechargeinfo"), connection, error))
-        return false;
-    for (; !recharges.Eof(); recharges.MoveNext()) {
-        const QDate day = recharges.value(QStringLiteral("timedate")).toDateTime().date();
-        if (!inRange(summary, day))
-            continue;
-        for (SalesLine* line : {&summary.days[day],
-                 &summary.staff[staffName(recharges.value(QStringLiteral("Rechargeduser")).toString())],
-                 &summary.total})
-            ++line->recharges;
-    }
     Recordset totals;
     if (!openAll(totals, QStringLiteral("Select * From Register"), connection, error))
         return false;

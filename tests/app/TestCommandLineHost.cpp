@@ -1,5 +1,6 @@
+#include "support/SerialLinePair.h"
+
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,10 +13,6 @@
 #include <QSqlRecord>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 // The command-line host as a person or a script uses it on a terminal.
 class TestCommandLineHost : public QObject
@@ -1026,35 +1023,9 @@ private slots:
             refused.err, QStringLiteral("marlet receipt: this build has no printing (built without the desktop)\n"));
         return;
 #endif
-        QTemporaryDir lines;
-        const QString near = lines.filePath(QStringLiteral("printer"));
-        const QString far = lines.filePath(QStringLiteral("paper"));
-        QProcess socat;
-        socat.start(QStringLiteral("socat"),
-            {QStringLiteral("pty,raw,echo=0,link=") + near, QStringLiteral("pty,raw,echo=0,link=") + far});
-        QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
-        const int paper = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
-        QVERIFY(paper >= 0);
-        const auto receive = [paper](qsizetype expected) {
-            QByteArray received;
-            QElapsedTimer waited;
-            waited.start();
-            while (received.size() < expected && waited.elapsed() < 5000) {
-                char buffer[512];
-                const ssize_t count = ::read(paper, buffer, sizeof buffer);
-                if (count > 0)
-                    received.append(buffer, count);
-                else
-                    QThread::msleep(5);
-            }
-            QThread::msleep(100); // nothing more may follow
-            char extra[64];
-            const ssize_t more = ::read(paper, extra, sizeof extra);
-            if (more > 0)
-                received.append(extra, more);
-            return received;
-        };
+        marlet::test::SerialLinePair line;
+        QVERIFY2(line.isValid(), "socat is needed (scripts/packages.txt)");
+        const QString near = line.nearEnd();
 
         // The POS tab's port, COM3 here, is where receipts go without --port.
         QFile prefs(path("receipt-prefs/preferences.ini"));
@@ -1077,7 +1048,7 @@ private slots:
         QVERIFY2(!sent.err.contains(QStringLiteral("marlet receipt")), qPrintable(sent.err));
         QCOMPARE(sent.exitCode, 0);
         QCOMPARE(sent.out, QStringLiteral("2 receipt(s) sent to COM3\n"));
-        QCOMPARE(receive(expected.size()), expected);
+        QCOMPARE(line.read(expected.size()), expected);
 
         // "Show Username in LARGE" doubles the user line.
         QVERIFY(prefs.open(QIODevice::WriteOnly));
@@ -1087,10 +1058,7 @@ private slots:
         QCOMPARE(large.exitCode, 0);
         const QByteArray largeExpected = narrowReceipt("RCPT001", "pw1", {}, "RCPTGRP-001", true)
             + narrowReceipt("RCPT002", "pw2", "500 MB", "RCPTGRP-002", true);
-        QCOMPARE(receive(largeExpected.size()), largeExpected);
-        ::close(paper);
-        socat.terminate();
-        socat.waitForFinished(3000);
+        QCOMPARE(line.read(largeExpected.size()), largeExpected);
 
         const Run nowhere = marlet(narrow + QStringList {QStringLiteral("--port"), path("no-such-port")});
         QCOMPARE(nowhere.exitCode, 1);

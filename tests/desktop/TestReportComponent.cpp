@@ -7,6 +7,7 @@
 #include "printing/TicketSheet.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "support/SerialLinePair.h"
 #include "support/StoreTestDatabase.h"
 
 #include <QApplication>
@@ -15,7 +16,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -30,7 +30,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 #include <QTimer>
 
 #include <QTreeWidget>
@@ -411,16 +410,9 @@ void TestReportComponent::testExistingTicketsGoToTheReceiptPrinter()
         addTicket(u"202611211000"_s, u"00"_s + QString::number(number), u"ROLL00"_s + QString::number(number));
     Preferences(m_dir->filePath(u"prefs"_s)).SaveSetting(u"Norvantis"_s, u"POS"_s, u"COM"_s, u"COM4"_s);
 
-    QTemporaryDir lines;
-    const QString near = lines.filePath(u"printer"_s);
-    const QString far = lines.filePath(u"paper"_s);
-    QProcess socat;
-    socat.start(u"socat"_s, {u"pty,raw,echo=0,link="_s + near, u"pty,raw,echo=0,link="_s + far});
-    QVERIFY2(socat.waitForStarted(), "socat is needed (scripts/packages.txt)");
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(near) && QFile::exists(far), 5000);
-    const int paper = ::open(QFile::encodeName(far).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK);
-    QVERIFY(paper >= 0);
-    qputenv("MARLET_PORT_COM4", QFile::encodeName(near));
+    test::SerialLinePair line;
+    QVERIFY2(line.isValid(), "socat is needed (scripts/packages.txt)");
+    qputenv("MARLET_PORT_COM4", QFile::encodeName(line.nearEnd()));
 
     bool missed = false;
     QStringList sizes;
@@ -461,21 +453,7 @@ void TestReportComponent::testExistingTicketsGoToTheReceiptPrinter()
     for (const SheetTicket& ticket : *tickets)
         expected += escposReceipt(ticket, ReceiptPaper::narrow(), ReceiptContent());
     QVERIFY(expected.contains("User: ROLL002"));
-    QByteArray received;
-    QElapsedTimer waited;
-    waited.start();
-    while (received.size() < expected.size() && waited.elapsed() < 5000) {
-        char buffer[512];
-        const ssize_t count = ::read(paper, buffer, sizeof buffer);
-        if (count > 0)
-            received.append(buffer, count);
-        else
-            QThread::msleep(5);
-    }
-    ::close(paper);
-    socat.terminate();
-    socat.waitForFinished(3000);
-    QCOMPARE(received, expected);
+    QCOMPARE(line.read(expected.size()), expected);
 }
 
 void TestReportComponent::testSettingsWindowSavesWhatWasChosen()
