@@ -2,6 +2,7 @@
 
 #include "DatabaseOption.h"
 #include "HostOptions.h"
+#include "OutputCommands.h"
 #include "Secrets.h"
 
 #include "component/Component.h"
@@ -230,10 +231,16 @@ void printLine(const QString& line, QTextStream& out)
     out << row.trimmed() << Qt::endl;
 }
 
+// The group of a batch: column 4 of the grid's first ticket line.
+QString batchGroup(const QStringList& gridLines)
+{
+    return gridLines.value(1).section(u'\t', 4, 4);
+}
+
 // The batch as stored, passwords included: the screen's grid may hide them, the printout may not.
 bool printBatch(const QString& connectionString, const QStringList& gridLines, QTextStream& out, QTextStream& err)
 {
-    const QString group = gridLines.value(1).section(u'\t', 4, 4);
+    const QString group = batchGroup(gridLines);
     Connection connection;
     Recordset tickets;
     if (!connection.Open(connectionString)
@@ -323,6 +330,15 @@ int runGenerate(const HostOptions& options, QTextStream& out, QTextStream& err)
         err << "marlet generate: " << driver.storeFailure() << " Free the database (space, lock, permissions) and run "
             << "the rest of the batch again." << Qt::endl;
         return 1;
+    }
+    if (const QString file = options.value(QStringLiteral("export")); !file.isEmpty()) {
+        QString error;
+        if (!exportGroup(databaseOf(options), batchGroup(driver.batch()), file, error)) {
+            err << "marlet generate: the batch was made but not exported: " << error
+                << "; export it with marlet export --group " << batchGroup(driver.batch()) << Qt::endl;
+            return 1;
+        }
+        out << "Batch written to " << file << Qt::endl;
     }
     return printed ? 0 : 1;
 }

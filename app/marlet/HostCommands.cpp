@@ -4,6 +4,7 @@
 #include "DatabaseOption.h"
 #include "GenerateCommand.h"
 #include "HostOptions.h"
+#include "OutputCommands.h"
 #include "Secrets.h"
 
 #include "component/Component.h"
@@ -22,6 +23,7 @@
 #include <memory>
 
 #ifdef MARLET_WITH_DESKTOP
+#include "SalesChart.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/ReportComponent.h"
 #include "desktop/TidyRegistration.h"
@@ -163,6 +165,10 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
         QCoreApplication application(argc, argv);
         return runInit(options, out, err);
     }
+    if (command == QLatin1String("login-template")) {
+        QCoreApplication application(argc, argv);
+        return runLoginTemplate(options, out, err);
+    }
     if (command != QLatin1String("script")) {
         // A database the screens cannot work on is named with its reason before any screen opens.
         if (const QString problem = databaseProblem(databaseOf(options)); !problem.isEmpty()) {
@@ -174,6 +180,28 @@ int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, 
     if (command == QLatin1String("generate")) {
         QCoreApplication application(argc, argv);
         return runGenerate(options, out, err);
+    }
+    if (command == QLatin1String("export")) {
+        QCoreApplication application(argc, argv);
+        return runExport(options, out, err);
+    }
+    if (command == QLatin1String("receipt")) {
+#ifdef MARLET_WITH_DESKTOP
+        const std::unique_ptr<QCoreApplication> application = pictureApplication(argc, argv);
+#else
+        QCoreApplication application(argc, argv);
+#endif
+        return runReceipt(options, out, err);
+    }
+    if (command == QLatin1String("report")) {
+#ifdef MARLET_WITH_DESKTOP
+        const auto application = options.value(QStringLiteral("chart")).isEmpty()
+            ? std::make_unique<QCoreApplication>(argc, argv)
+            : pictureApplication(argc, argv);
+#else
+        QCoreApplication application(argc, argv);
+#endif
+        return runReport(options, out, err);
     }
     if (command == QLatin1String("script")) {
         QCoreApplication application(argc, argv);

@@ -1,7 +1,9 @@
 #include "desktop/ReportComponent.h"
 
 #include "desktop/ComponentRegistry.h"
+#include "desktop/ReceiptOutput.h"
 #include "desktop/TicketSheetPainter.h"
+#include "printing/Receipt.h"
 #include "printing/SheetSettings.h"
 #include "printing/TicketSheet.h"
 #include "store/Connection.h"
@@ -53,6 +55,19 @@ const QStringList sizeCaptions = {QStringLiteral("Small Print (six tickets a row
     QStringLiteral("Medium Print (three tickets a row)"),
     QStringLiteral("Large Print (two tickets a row)")};
 constexpr int ticketsPerRowOfSize[] = {6, 3, 2};
+// After the sheet sizes the list offers receipts, one ticket a receipt, in this order.
+const QStringList receiptCaptions
+    = {QStringLiteral("Receipt 58 mm (one ticket a receipt)"), QStringLiteral("Receipt 80 mm (one ticket a receipt)")};
+
+// The roll of a size list entry, or nothing for a sheet size.
+std::optional<ReceiptPaper> receiptPaperOf(int sizeIndex)
+{
+    if (sizeIndex == int(sizeCaptions.size()))
+        return ReceiptPaper::narrow();
+    if (sizeIndex == int(sizeCaptions.size()) + 1)
+        return ReceiptPaper::wide();
+    return std::nullopt;
+}
 
 QWidget* dialogParent()
 {
@@ -89,6 +104,7 @@ QComboBox* sizeList(Preferences& preferences)
     auto* sizes = new QComboBox;
     sizes->setObjectName(QStringLiteral("size"));
     sizes->addItems(sizeCaptions);
+    sizes->addItems(receiptCaptions);
     const int printType = int(SessionPreferences(preferences, QString(ProductWord)).number(keys::PrintType));
     sizes->setCurrentIndex(printType == 1 || printType == 2 ? printType - 1 : 2);
     return sizes;
@@ -277,22 +293,49 @@ bool ReportComponent::printPreview(Connection& connection)
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QPushButton* preview = buttons->addButton(QStringLiteral("&Preview"), QDialogButtonBox::ActionRole);
     preview->setObjectName(QStringLiteral("preview"));
-    preview->setEnabled(false);
-    QObject::connect(list, &QTreeWidget::itemSelectionChanged, [list, preview] {
+    // Receipts also go straight to the receipt printer on the POS port.
+    QPushButton* send = buttons->addButton(QStringLiteral("Send to &Receipt Printer"), QDialogButtonBox::ActionRole);
+    send->setObjectName(QStringLiteral("sendReceipts"));
+    const auto enableButtons = [list, preview, send, sizes] {
         preview->setEnabled(!list->selectedItems().isEmpty());
-    });
+        send->setEnabled(!list->selectedItems().isEmpty() && receiptPaperOf(sizes->currentIndex()));
+    };
+    enableButtons();
+    QObject::connect(list, &QTreeWidget::itemSelectionChanged, enableButtons);
+    QObject::connect(sizes, &QComboBox::currentIndexChanged, enableButtons);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     bool storeFailed = false;
-    QObject::connect(preview, &QPushButton::clicked, [&] {
-        const auto tickets = chosenTickets(connection, m_preferences, *list);
-        storeFailed = !tickets;
-        if (storeFailed) {
+    const auto tickets = [&]() -> std::optional<QList<SheetTicket>> {
+        auto chosen = chosenTickets(connection, m_preferences, *list);
+        storeFailed = !chosen;
+        if (storeFailed)
             dialog.reject();
+        return chosen;
+    };
+    QObject::connect(preview, &QPushButton::clicked, [&] {
+        const auto chosen = tickets();
+        if (!chosen)
             return;
-        }
-        previewTicketSheet(packTicketSheet(*tickets, ticketsPerRowOfSize[sizes->currentIndex()]),
-            QStringLiteral("Print Existing Ticket"),
-            &dialog);
+        if (const std::optional<ReceiptPaper> paper = receiptPaperOf(sizes->currentIndex()))
+            previewReceipts(*chosen, *paper, ReceiptContent::fromPreferences(m_preferences), &dialog);
+        else
+            previewTicketSheet(packTicketSheet(*chosen, ticketsPerRowOfSize[sizes->currentIndex()]),
+                QStringLiteral("Print Existing Ticket"),
+                &dialog);
+    });
+    QObject::connect(send, &QPushButton::clicked, [&] {
+        const auto chosen = tickets();
+        const std::optional<ReceiptPaper> paper = receiptPaperOf(sizes->currentIndex());
+        if (!chosen || !paper)
+            return;
+        const ReceiptContent content = ReceiptContent::fromPreferences(m_preferences);
+        QByteArray bytes;
+        for (const SheetTicket& ticket : *chosen)
+            bytes += escposReceipt(ticket, *paper, content);
+        const QString port = SessionPreferences(m_preferences, QString(ProductWord)).text(keys::pos::COM);
+        QString error;
+        if (!sendToSerialPrinter(bytes, port, error))
+            warn(&dialog, error);
     });
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(new QLabel(QStringLiteral("Choose the ticket group(s) to print:")));
@@ -345,19 +388,29 @@ bool ReportComponent::loadPrintSettings(Connection& connection)
     return false;
 }
 
+namespace {
+
+// The default printer, or without one a PDF file in the documents folder; the print dialog offers
+// to change its name.
+void printToDefault(QPrinter& printer, const QString& title, const QString& pdfName)
+{
+    printer.setDocName(title);
+    if (QPrinterInfo::defaultPrinterName().isEmpty()) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(
+            QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(pdfName));
+    }
+}
+
+} // namespace
+
 void previewTicketSheet(const TicketSheet& sheet, const QString& title, QWidget* parent)
 {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setPageOrientation(QPageLayout::Portrait);
     printer.setPageMargins(QMarginsF(8, 8, 8, 8), QPageLayout::Millimeter);
-    printer.setDocName(title);
-    if (QPrinterInfo::defaultPrinterName().isEmpty()) {
-        // Without a printer the sheet goes into a PDF file; the print dialog offers to change its name.
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-                                      .filePath(QStringLiteral("tickets.pdf")));
-    }
+    printToDefault(printer, title, QStringLiteral("tickets.pdf"));
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName(QStringLiteral("TicketSheetPreview"));
     preview.setWindowTitle(title);
@@ -365,6 +418,21 @@ void previewTicketSheet(const TicketSheet& sheet, const QString& title, QWidget*
         paintTicketSheet(sheet, *target);
     });
     preview.resize(900, 700);
+    preview.exec();
+}
+
+void previewReceipts(
+    const QList<SheetTicket>& tickets, const ReceiptPaper& paper, const ReceiptContent& content, QWidget* parent)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printToDefault(printer, QStringLiteral("Receipts"), QStringLiteral("receipts.pdf"));
+    QPrintPreviewDialog preview(&printer, parent);
+    preview.setObjectName(QStringLiteral("ReceiptPreview"));
+    preview.setWindowTitle(QStringLiteral("Receipt Preview"));
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter* target) {
+        paintReceipts(tickets, paper, content, *target);
+    });
+    preview.resize(500, 700);
     preview.exec();
 }
 

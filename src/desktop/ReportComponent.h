@@ -4,6 +4,7 @@
 #include "store/Preferences.h"
 
 #include <QLatin1StringView>
+#include <QList>
 #include <QString>
 
 class QWidget;
@@ -46,6 +47,15 @@ private:
 // Shows the sheet in a modal print preview window with `title` as its caption, set up for A4 paper
 // and the default printer (a PDF file when there is none). Returns when the window closes.
 void previewTicketSheet(const TicketSheet& sheet, const QString& title, QWidget* parent = nullptr);
+
+struct ReceiptContent;
+struct ReceiptPaper;
+struct SheetTicket;
+
+// Shows receipts, one ticket a receipt, in a modal print preview window on the default printer
+// (a PDF file when there is none).
+void previewReceipts(
+    const QList<SheetTicket>& tickets, const ReceiptPaper& paper, const ReceiptContent& content, QWidget* parent);
 
 // Makes the desktop front end's "Vellum.Sheets" this component, reading and writing the preference
 // file that `preferences` (the host session's store) uses. A host calls it once at start-up.

@@ -1,14 +1,20 @@
 #include "desktop/TicketSheetPainter.h"
 
+#include "printing/LoginCode.h"
 #include "printing/TicketSheet.h"
 
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
 #include <QPainter>
 
+#include <cmath>
+#include <optional>
+
 namespace marlet {
 
 namespace {
+
+constexpr int QuietModules = 2;
 
 struct BoxLine
 {
@@ -76,7 +82,11 @@ void paintLine(QPainter& painter, const BoxLine& line, const QRectF& area)
             area, Qt::AlignRight | Qt::AlignVCenter, metrics.elidedText(line.right, Qt::ElideRight, rightWidth));
         leftWidth -= rightWidth + metrics.horizontalAdvance(u' ');
     }
-    painter.drawText(area, line.alignment | Qt::AlignVCenter, metrics.elidedText(line.left, Qt::ElideRight, leftWidth));
+    // A line that must show whole was fitted already; the device's metrics may still differ from
+    // the fitting ones by a hair, which must not cost it its last characters.
+    painter.drawText(area,
+        line.alignment | Qt::AlignVCenter,
+        line.whole ? line.left : metrics.elidedText(line.left, Qt::ElideRight, leftWidth));
 }
 
 // Lines stacked from the top of `area`, each `lineHeight` high; returns the area left below them.
@@ -127,6 +137,32 @@ void paintCutLines(QPainter& painter, const QSizeF& cell, int columns, int rows,
         painter.drawLine(QPointF(0, cell.height() * row), QPointF(cell.width() * columns, cell.height() * row));
 }
 
+// The ticket's QR code, black modules on white with a quiet zone of two modules (the box around
+// it is blank too), as large as `area` allows, with whole device pixels a module where there are
+// enough of them.
+void paintQrCode(QPainter& painter, const QrMatrix& code, const QRectF& area)
+{
+    const int side = code.width + 2 * QuietModules;
+    qreal module = qMin(area.width(), area.height()) / side;
+    if (module >= 2)
+        module = std::floor(module);
+    const QPointF origin(area.center().x() - module * side / 2, area.center().y() - module * side / 2);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(QRectF(origin, QSizeF(module * side, module * side)), Qt::white);
+    for (int y = 0; y < code.width; ++y) {
+        for (int x = 0; x < code.width; ++x) {
+            if (code.dark(x, y))
+                painter.fillRect(QRectF(origin.x() + (x + QuietModules) * module,
+                                     origin.y() + (y + QuietModules) * module,
+                                     module,
+                                     module),
+                    Qt::black);
+        }
+    }
+    painter.restore();
+}
+
 } // namespace
 
 void paintTicketBox(QPainter& painter, const SheetTicket& ticket, const QRectF& box)
@@ -134,7 +170,13 @@ void paintTicketBox(QPainter& painter, const SheetTicket& ticket, const QRectF& 
     const qreal padding = box.height() * 0.05;
     painter.setPen(QPen(Qt::black, qMax<qreal>(1, box.height() / 200)));
     painter.drawRoundedRect(box, padding, padding);
-    const QRectF inner = box.adjusted(padding * 1.5, padding, -padding * 1.5, -padding);
+    QRectF inner = box.adjusted(padding * 1.5, padding, -padding * 1.5, -padding);
+    // The QR code takes a square at the right, beside every line of text.
+    if (const std::optional<QrMatrix> code = ticket.loginCode.isEmpty() ? std::nullopt : encodeQr(ticket.loginCode)) {
+        const qreal side = qMin(inner.height(), inner.width() * 0.4);
+        paintQrCode(painter, *code, QRectF(inner.right() - side, inner.center().y() - side / 2, side, side));
+        inner.setRight(inner.right() - side - padding);
+    }
     const BoxText text = boxText(ticket);
     if (inner.width() > inner.height() * 2)
         paintWideBox(painter, text, inner);

@@ -1,6 +1,7 @@
 #include "printing/TicketDocuments.h"
 
 #include "platform/Platform.h"
+#include "printing/LoginCode.h"
 #include "session/Session.h"
 #include "session/WorkHost.h"
 #include "store/PreferenceKeys.h"
@@ -34,6 +35,8 @@ constexpr int SmallTitleLimit = 17;
 // At a block counter that is a multiple of this, the page so far goes to the file. The counter steps
 // never reach one on the Small and Medium designs; on the Large design the first is block 300.
 constexpr long FlushingBlock = 60;
+// The side of a ticket's QR code on a page that carries them.
+constexpr int QrPixels = 96;
 
 // How a design's page reaches the browser. The two ways of opening are not interchangeable: they
 // differ in who starts the browser and which program is named.
@@ -393,6 +396,7 @@ private:
     QString m_path;
     QString m_title;
     QString m_address;
+    QString m_loginTemplate; // empty: the page carries no QR codes
 };
 
 bool PageWriter::writeTickets(Recordset& tickets, const PageDesign& design)
@@ -403,6 +407,7 @@ bool PageWriter::writeTickets(Recordset& tickets, const PageDesign& design)
     const SessionPreferences settings = m_host.session().settings();
     m_title = settings.text(keys::Title);
     m_address = settings.text(keys::Address);
+    m_loginTemplate = settings.text(keys::LoginTemplate);
     PageText page;
     addHead(page, design, design.styles);
     m_host.StopRequested = false;
@@ -448,6 +453,10 @@ bool PageWriter::writeBlock(Recordset& tickets, const PageDesign& design, long b
                 if (!face || !tickets.MoveNext())
                     return false;
                 page.add(design.box(*face));
+                if (!m_loginTemplate.isEmpty())
+                    page.add(QStringLiteral("    <div align='center'>")
+                        + qrSvg(loginText(m_loginTemplate, face->username, face->password), QrPixels)
+                        + QStringLiteral("</div>"));
             }
             page.add(QStringLiteral("  </td>"));
         }

@@ -1,5 +1,6 @@
 #include "printing/TicketSheet.h"
 
+#include "printing/LoginCode.h"
 #include "store/Connection.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
@@ -50,7 +51,8 @@ SheetTicket accountTicket(const Recordset& ticket, const SheetHeading& heading, 
             ticket.value(QStringLiteral("EndTime")),
             settings),
         sheetQuotaText(number("Quota")),
-        heading.address};
+        heading.address,
+        loginText(heading.loginTemplate, text("Username"), text("Password"))};
 }
 
 } // namespace
@@ -59,7 +61,7 @@ SheetHeading SheetHeading::fromPreferences(Preferences& preferences)
 {
     // Both keys live under the product word, so the host's title does not matter here.
     const SessionPreferences settings(preferences, QString(ProductWord));
-    return {settings.text(keys::Title), settings.text(keys::Address)};
+    return {settings.text(keys::Title), settings.text(keys::Address), settings.text(keys::LoginTemplate)};
 }
 
 int TicketSheet::ticketCount() const
@@ -147,7 +149,8 @@ SheetTicket slotTicket(const Recordset& row, int slot, const SheetHeading& headi
         sheetExpiryText(row.value(first + Expire), number(Days)),
         text(TimeRule),
         sheetQuotaText(number(Quota)),
-        heading.address};
+        heading.address,
+        loginText(heading.loginTemplate, text(UserName), text(Password))};
 }
 
 std::optional<TicketSheet> readTicketSheet(

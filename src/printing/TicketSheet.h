@@ -22,8 +22,9 @@ struct SheetHeading
 {
     QString title;
     QString address;
+    QString loginTemplate; // what each ticket's QR code holds; empty: user name and password
 
-    // Title and Address of section Option, read under the product word as every ticket print-out
+    // Title, Address and LoginTemplate of section Option, read under the product word as every ticket print-out
     // reads them, with their defaults.
     static SheetHeading fromPreferences(Preferences& preferences);
 };
@@ -42,6 +43,7 @@ struct SheetTicket
     QString timeRule; // "Any Time", "Time-Once" or a time frame "22:00-06:00"
     QString quotaText; // empty when the ticket has no data quota
     QString address;
+    QString loginCode; // the text of the ticket's QR code
 
     bool isEmpty() const { return userName.isEmpty(); }
 };

@@ -69,6 +69,8 @@ inline constexpr PreferenceKey preferenceCatalogue[] = {
     {P, "Option", "Size", "8"},
     {P, "Option", "Title", "Norvantis"},
     {P, "Option", "Address", "Norvantis"},
+    // What a ticket's QR code holds; empty: the user name and password (sheets only)
+    {P, "Option", "LoginTemplate", ""},
     // Section Option: general settings
     {T, "Option", "SetTime", "1"},
     {T, "Option", "ShutDownClients", "0"},
@@ -276,6 +278,7 @@ MARLET_KEY("Option", Bold);
 MARLET_KEY("Option", Size);
 MARLET_KEY("Option", Title);
 MARLET_KEY("Option", Address);
+MARLET_KEY("Option", LoginTemplate);
 MARLET_KEY("Option", SetTime);
 MARLET_KEY("Option", ShutDownClients);
 MARLET_KEY("Option", CheckConnection);

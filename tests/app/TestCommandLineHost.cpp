@@ -1,6 +1,12 @@
+#include "support/SerialLinePair.h"
+
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -40,6 +46,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    bool m_receiptTicketsMade = false;
 
     // Every row of every table, so that a refused command can be shown to have written nothing.
     QString databaseContents() const
@@ -69,6 +76,66 @@ private:
     {
         return {QStringLiteral("--db"), path("cafe.db"), QStringLiteral("--prefs"), path("prefs"),
                 QStringLiteral("--app-dir"), path("app")};
+    }
+
+    // Runs SQL on a database of the test folder, each statement with its bound values.
+    void execute(const char* database, const QList<std::pair<QString, QVariantList>>& statements) const
+    {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("writer"));
+            db.setDatabaseName(path(database));
+            QVERIFY(db.open());
+            for (const auto& [sql, values] : statements) {
+                QSqlQuery query(db);
+                QVERIFY2(query.prepare(sql), qPrintable(query.lastError().text()));
+                for (const QVariant& value : values)
+                    query.addBindValue(value);
+                QVERIFY2(query.exec(), qPrintable(query.lastError().text() + u' ' + sql));
+            }
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("writer"));
+    }
+
+    // A ticket row as the screens write it, with the fields an export shows.
+    static std::pair<QString, QVariantList> ticket(const QString& group,
+        const QString& number,
+        const QString& username,
+        const QString& password,
+        const QVariant& isNew = -1,
+        const QVariant& lastUsed = QStringLiteral("2026-11-20 00:00:00"))
+    {
+        return {QStringLiteral("INSERT INTO Account (TicketGrp, TicketNo, Username, Password, Time, Days, Amount, "
+                               "NEW, Expire, DateCreated, LastUsed, ByWhom) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)"),
+            {group,
+                number,
+                username,
+                password,
+                5400,
+                0,
+                QStringLiteral("N50"),
+                isNew,
+                QStringLiteral("2099-12-31 00:00:00"),
+                QStringLiteral("2026-11-20 00:00:00"),
+                lastUsed,
+                QStringLiteral("ADMINISTRATOR")}};
+    }
+
+    // The rows of a CSV file as Python's csv module reads them.
+    static QList<QStringList> parsedCsv(const QString& file)
+    {
+        QProcess python;
+        python.start(QStringLiteral("python3"),
+            {QStringLiteral("-c"),
+                QStringLiteral("import csv, json, sys\n"
+                               "with open(sys.argv[1], newline='', encoding='utf-8') as f:\n"
+                               "    print(json.dumps(list(csv.reader(f, strict=True))))"),
+                file});
+        if (!python.waitForFinished(30000) || python.exitCode() != 0)
+            return {{QStringLiteral("python3 failed"), QString::fromUtf8(python.readAllStandardError())}};
+        QList<QStringList> rows;
+        for (const QJsonValue& row : QJsonDocument::fromJson(python.readAllStandardOutput()).array())
+            rows.append(row.toVariant().toStringList());
+        return rows;
     }
 
 private slots:
@@ -549,6 +616,519 @@ private slots:
             + common());
         QCOMPARE(run.exitCode, 0);
         QVERIFY2(!run.out.contains(QStringLiteral("Generating tickets")), qPrintable(run.out));
+    }
+
+    void testExportedCsvSurvivesAParserWithCommasQuotesAndLineBreaks()
+    {
+        const QStringList names = {QStringLiteral("a,b"), QStringLiteral("say \"hi\""), QStringLiteral("two\nlines")};
+        const QStringList passwords = {QStringLiteral("p\"q,r"), QStringLiteral("x\r\ny"), QStringLiteral(",\"")};
+        QList<std::pair<QString, QVariantList>> rows;
+        for (int i = 0; i < 3; ++i)
+            rows.append(ticket(QStringLiteral("EXPORTGRP"), QStringLiteral("00%1").arg(i + 1), names[i], passwords[i]));
+        execute("cafe.db", rows);
+        const Run run = marlet(QStringList {QStringLiteral("export"),
+                                   QStringLiteral("--group"),
+                                   QStringLiteral("EXPORTGRP"),
+                                   QStringLiteral("--output"),
+                                   path("tickets.csv")}
+            + common().mid(0, 2));
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, QStringLiteral("3 ticket(s) written to %1\n").arg(path("tickets.csv")));
+        const QList<QStringList> parsed = parsedCsv(path("tickets.csv"));
+        QCOMPARE(parsed.size(), 4);
+        QCOMPARE(parsed[0],
+            QStringList({QStringLiteral("username"),
+                QStringLiteral("password"),
+                QStringLiteral("minutes"),
+                QStringLiteral("group"),
+                QStringLiteral("expiry"),
+                QStringLiteral("days"),
+                QStringLiteral("cost"),
+                QStringLiteral("state")}));
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(parsed[i + 1],
+                QStringList({names[i],
+                    passwords[i],
+                    QStringLiteral("90"),
+                    QStringLiteral("EXPORTGRP"),
+                    QStringLiteral("2099-12-31"),
+                    QStringLiteral("0"),
+                    QStringLiteral("N50"),
+                    QStringLiteral("unused")}));
+        }
+        QFile raw(path("tickets.csv"));
+        QVERIFY(raw.open(QIODevice::ReadOnly));
+        QVERIFY(raw.readAll().startsWith("username,password,minutes,group,expiry,days,cost,state\r\n\"a,b\","));
+    }
+
+    void testExportAsJsonToStandardOutput()
+    {
+        execute("cafe.db",
+            {ticket(
+                 QStringLiteral("JSONGRP"), QStringLiteral("001"), QStringLiteral("JSON\"ONE"), QStringLiteral("pw")),
+                ticket(QStringLiteral("JSONGRP"),
+                    QStringLiteral("002"),
+                    QStringLiteral("JSONTWO"),
+                    QStringLiteral("pw2"),
+                    0)});
+        const Run run = marlet(QStringList {QStringLiteral("export"),
+                                   QStringLiteral("--group"),
+                                   QStringLiteral("JSONGRP"),
+                                   QStringLiteral("--format"),
+                                   QStringLiteral("json")}
+            + common().mid(0, 2));
+        QCOMPARE(run.exitCode, 0);
+        QJsonParseError error;
+        const QJsonArray tickets = QJsonDocument::fromJson(run.out.toUtf8(), &error).array();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(tickets.size(), 2);
+        const QJsonObject first = tickets[0].toObject();
+        QCOMPARE(first[QStringLiteral("username")].toString(), QStringLiteral("JSON\"ONE"));
+        QCOMPARE(first[QStringLiteral("password")].toString(), QStringLiteral("pw"));
+        QCOMPARE(first[QStringLiteral("minutes")].toInt(), 90);
+        QCOMPARE(first[QStringLiteral("group")].toString(), QStringLiteral("JSONGRP"));
+        QCOMPARE(first[QStringLiteral("cost")].toString(), QStringLiteral("N50"));
+        QCOMPARE(first[QStringLiteral("state")].toString(), QStringLiteral("unused"));
+        QCOMPARE(tickets[1].toObject()[QStringLiteral("state")].toString(), QStringLiteral("used"));
+    }
+
+    void testExportOfUnusedTicketsLeavesUsedOnesOut()
+    {
+        execute("cafe.db",
+            {ticket(
+                 QStringLiteral("UNUSEDGRP"), QStringLiteral("001"), QStringLiteral("FRESHONE"), QStringLiteral("pw")),
+                ticket(QStringLiteral("UNUSEDGRP"),
+                    QStringLiteral("002"),
+                    QStringLiteral("SPENTONE"),
+                    QStringLiteral("pw"),
+                    0)});
+        const Run run = marlet(QStringList {QStringLiteral("export"), QStringLiteral("--unused")} + common().mid(0, 2));
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.contains(QStringLiteral("\r\nFRESHONE,pw,90,UNUSEDGRP,")), qPrintable(run.out));
+        QVERIFY2(!run.out.contains(QStringLiteral("SPENTONE")), qPrintable(run.out));
+        const Run all = marlet(QStringList {QStringLiteral("export"), QStringLiteral("--all")} + common().mid(0, 2));
+        QVERIFY2(all.out.contains(QStringLiteral("\r\nSPENTONE,pw,90,UNUSEDGRP,2099-12-31,0,N50,used\r\n")),
+            qPrintable(all.out));
+    }
+
+    void testExportNeedsExactlyOneChoiceOfTickets()
+    {
+        const Run none = marlet(QStringList {QStringLiteral("export")} + common().mid(0, 2));
+        QCOMPARE(none.exitCode, 2);
+        QCOMPARE(none.err, QStringLiteral("marlet export: give one of --group G, --all or --unused\n"));
+        const Run two
+            = marlet(QStringList {QStringLiteral("export"), QStringLiteral("--all"), QStringLiteral("--unused")}
+                + common().mid(0, 2));
+        QCOMPARE(two.exitCode, 2);
+        const Run format = marlet(
+            QStringList {
+                QStringLiteral("export"), QStringLiteral("--all"), QStringLiteral("--format"), QStringLiteral("xml")}
+            + common().mid(0, 2));
+        QCOMPARE(format.exitCode, 2);
+    }
+
+    void testExportOfAGroupHoldingAQuoteFailsAsTheStatementWould()
+    {
+        const Run run = marlet(QStringList {QStringLiteral("export"),
+                                   QStringLiteral("--group"),
+                                   QStringLiteral("x' or '1'='1"),
+                                   QStringLiteral("--output"),
+                                   path("quoted.csv")}
+            + common().mid(0, 2));
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(
+            run.err.startsWith(QStringLiteral("marlet export: the tickets cannot be read: ")), qPrintable(run.err));
+        QVERIFY(!QFile::exists(path("quoted.csv")));
+    }
+
+    void testGenerateExportsTheBatchItMade()
+    {
+        const QStringList arguments = {QStringLiteral("generate"),
+            QStringLiteral("--password"),
+            QStringLiteral("secret"),
+            QStringLiteral("--number"),
+            QStringLiteral("4"),
+            QStringLiteral("--hours"),
+            QStringLiteral("1"),
+            QStringLiteral("--cost"),
+            QStringLiteral("200"),
+            QStringLiteral("--yes"),
+            QStringLiteral("--export"),
+            path("batch.csv")};
+        const Run run = marlet(arguments + common());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.endsWith(QStringLiteral("Batch written to %1\n").arg(path("batch.csv"))), qPrintable(run.out));
+        const QList<QStringList> parsed = parsedCsv(path("batch.csv"));
+        QCOMPARE(parsed.size(), 5);
+        const QString group = parsed[1][3];
+        QCOMPARE(group.size(), 12);
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("batch"));
+        db.setDatabaseName(path("cafe.db"));
+        QVERIFY(db.open());
+        {
+            QSqlQuery stored(db);
+            QVERIFY(stored.prepare(
+                QStringLiteral("SELECT Username, Password FROM Account WHERE TicketGrp = ? ORDER BY TicketNo")));
+            stored.addBindValue(group);
+            QVERIFY(stored.exec());
+            for (int row = 1; row <= 4; ++row) {
+                QVERIFY(stored.next());
+                QCOMPARE(parsed[row][0], stored.value(0).toString());
+                QCOMPARE(parsed[row][1], stored.value(1).toString());
+                QCOMPARE(parsed[row][2], QStringLiteral("60"));
+                QCOMPARE(parsed[row][7], QStringLiteral("unused"));
+            }
+            QVERIFY(!stored.next());
+        }
+        db.close();
+        db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("batch"));
+    }
+
+    // A café's week: two batches on the 20th by two staff members, one on the 22nd, a ticket of the
+    // first batch deleted to the bin, two tickets used, one recharge.
+    void makeSalesDatabase()
+    {
+        if (QFile::exists(path("sales.db")))
+            return;
+        QCOMPARE(marlet({QStringLiteral("init"),
+                            QStringLiteral("--db"),
+                            path("sales.db"),
+                            QStringLiteral("--admin-password"),
+                            QStringLiteral("secret")})
+                     .exitCode,
+            0);
+        const auto group = [](const char* name, int number, double total, const char* by, const char* stamp) {
+            return std::pair<QString, QVariantList> {
+                QStringLiteral("INSERT INTO TicketInfo (TicketGrp, Number, Time, Amount, TotalCost, GeneratedBy, "
+                               "TimeGenerated) VALUES (?,?,60,'100',?,?,?)"),
+                {QLatin1String(name), number, total, QLatin1String(by), QLatin1String(stamp)}};
+        };
+        execute("sales.db",
+            {group("261120100000", 3, 200, "ADMINISTRATOR", "Completed at 10:00, 20/11/26 [RANDOM]"),
+                group("261120150000", 2, 150, "CLERK", "Completed at 15:00, 20/11/26 [RANDOM]"),
+                group("261122090000", 2, 50, "CLERK", "Completed at 09:00, 22/11/26 [CUSTOM]"),
+                ticket(
+                    QStringLiteral("261120100000"), QStringLiteral("001"), QStringLiteral("A1"), QStringLiteral("p")),
+                ticket(QStringLiteral("261120100000"),
+                    QStringLiteral("002"),
+                    QStringLiteral("A2"),
+                    QStringLiteral("p"),
+                    0,
+                    QStringLiteral("2026-11-21 00:00:00")),
+                ticket(QStringLiteral("261120150000"),
+                    QStringLiteral("001"),
+                    QStringLiteral("B1"),
+                    QStringLiteral("p"),
+                    0,
+                    QStringLiteral("2026-11-22 00:00:00")),
+                ticket(
+                    QStringLiteral("261122090000"), QStringLiteral("001"), QStringLiteral("C1"), QStringLiteral("p")),
+                {QStringLiteral("INSERT INTO RecycleBin (TicketGrp, TicketNo, Username, Password) "
+                                "VALUES ('261120100000', '003', 'A3', 'p')"),
+                    {}},
+                {QStringLiteral(
+                     "INSERT INTO Rechargeinfo (ReChargeType, Rechargetime, Rechargeduser, timedate, member, "
+                     "Username) VALUES ('MANUAL', 30, 'CLERK', '2026-11-22 12:00:00', '0', 'A2')"),
+                    {}},
+                {QStringLiteral("UPDATE Register SET TotGenerated = 9, TotCost = 400"), {}}});
+    }
+
+    void testReportCountsMadeSoldRechargedAndMoneyPerDayAndStaff()
+    {
+        makeSalesDatabase();
+        const Run run = marlet({QStringLiteral("report"),
+            QStringLiteral("--db"),
+            path("sales.db"),
+            QStringLiteral("--format"),
+            QStringLiteral("csv")});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out,
+            QStringLiteral("kind,key,made,sold,recharges,money\r\n"
+                           "day,2026-11-20,4,0,0,350.00\r\n"
+                           "day,2026-11-21,0,1,0,0.00\r\n"
+                           "day,2026-11-22,1,1,1,50.00\r\n"
+                           "staff,ADMINISTRATOR,3,2,0,200.00\r\n"
+                           "staff,CLERK,2,0,1,200.00\r\n"
+                           "total,,5,2,1,400.00\r\n"));
+        const QList<QStringList> parsed = [&] {
+            QFile file(path("sales.csv"));
+            if (file.open(QIODevice::WriteOnly))
+                file.write(run.out.toUtf8());
+            file.close();
+            return parsedCsv(path("sales.csv"));
+        }();
+        QCOMPARE(parsed.size(), 7);
+        QCOMPARE(parsed.last(),
+            QStringList({QStringLiteral("total"),
+                QString(),
+                QStringLiteral("5"),
+                QStringLiteral("2"),
+                QStringLiteral("1"),
+                QStringLiteral("400.00")}));
+    }
+
+    void testReportTableKeepsToTheDaysAsked()
+    {
+        makeSalesDatabase();
+        const Run run = marlet({QStringLiteral("report"),
+            QStringLiteral("--db"),
+            path("sales.db"),
+            QStringLiteral("--from"),
+            QStringLiteral("2026-11-21"),
+            QStringLiteral("--to"),
+            QStringLiteral("2026-11-21")});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out,
+            QStringLiteral("Sales from 2026-11-21 to 2026-11-21\n\n"
+                           "Day         Made  Sold  Recharges  Money\n"
+                           "2026-11-21     0     1          0   0.00\n"
+                           "Total          0     1          0   0.00\n\n"
+                           "Staff          Made  Sold  Recharges  Money\n"
+                           "ADMINISTRATOR     0     1          0   0.00\n\n"
+                           "Register, all time: 9 tickets, 400.00\n"));
+        const Run wrong = marlet({QStringLiteral("report"),
+            QStringLiteral("--db"),
+            path("sales.db"),
+            QStringLiteral("--to"),
+            QStringLiteral("21/11/2026")});
+        QCOMPARE(wrong.exitCode, 2);
+        QCOMPARE(wrong.err,
+            QStringLiteral("marlet report: --to takes a date as YYYY-MM-DD, e.g. 2026-11-24, not \"21/11/2026\"\n"));
+    }
+
+    void testReportDrawsAChartOfMoneyPerDay()
+    {
+        makeSalesDatabase();
+        const Run run = marlet({QStringLiteral("report"),
+            QStringLiteral("--db"),
+            path("sales.db"),
+            QStringLiteral("--chart"),
+            path("sales.png")});
+#ifndef MARLET_WITH_DESKTOP
+        // Without the desktop part the program has no painter: it says so after the table.
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.out.startsWith(QStringLiteral("Sales from the start to today\n")), qPrintable(run.out));
+        QCOMPARE(run.err,
+            QStringLiteral("marlet report: this build has no pictures (built without the desktop); --chart is not "
+                           "available\n"));
+        return;
+#endif
+        QCOMPARE(run.exitCode, 0);
+        QFile png(path("sales.png"));
+        QVERIFY(png.open(QIODevice::ReadOnly));
+        const QByteArray bytes = png.readAll();
+        QVERIFY(bytes.startsWith("\x89PNG\r\n\x1a\n"));
+        // The header's width and height: three days of bars fit the smallest picture.
+        QCOMPARE(bytes.mid(16, 8), QByteArray::fromHex("000001e0000001a4"));
+        QVERIFY(bytes.size() > 2000);
+    }
+
+    void testLoginTemplateIsSetShownAndClearedFromTheCommandLine()
+    {
+        const QStringList prefs = {QStringLiteral("--prefs"), path("template-prefs")};
+        const Run unset = marlet(QStringList {QStringLiteral("login-template")} + prefs);
+        QCOMPARE(unset.exitCode, 0);
+        QCOMPARE(unset.out,
+            QStringLiteral("No login template: ticket sheets carry \"{username} {password}\" in their QR codes, web "
+                           "pages none\n"));
+        const QString pattern = QStringLiteral("http://10.0.0.1/login?u={username}&p={password}");
+        const Run set
+            = marlet(QStringList {QStringLiteral("login-template"), QStringLiteral("--set"), pattern} + prefs);
+        QCOMPARE(set.exitCode, 0);
+        QCOMPARE(set.out, QStringLiteral("Login template: %1\n").arg(pattern));
+        QFile file(path("template-prefs/preferences.ini"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString stored = QString::fromUtf8(file.readAll());
+        QVERIFY2(stored.contains(QStringLiteral("LoginTemplate=") + pattern), qPrintable(stored));
+        const Run shown = marlet(QStringList {QStringLiteral("login-template")} + prefs);
+        QCOMPARE(shown.out, set.out);
+        const Run fixed = marlet(
+            QStringList {QStringLiteral("login-template"), QStringLiteral("--set"), QStringLiteral("http://10.0.0.1/")}
+            + prefs);
+        QCOMPARE(fixed.exitCode, 2);
+        QVERIFY2(fixed.err.contains(QStringLiteral("nothing was changed")), qPrintable(fixed.err));
+        QCOMPARE(marlet(QStringList {QStringLiteral("login-template")} + prefs).out, set.out);
+        const Run cleared = marlet(QStringList {QStringLiteral("login-template"), QStringLiteral("--clear")} + prefs);
+        QCOMPARE(cleared.exitCode, 0);
+        QCOMPARE(cleared.out, unset.out);
+    }
+
+    // Two tickets of a group for the receipt tests: one with a fixed date and a quota.
+    void makeReceiptTickets()
+    {
+        if (m_receiptTicketsMade)
+            return;
+        m_receiptTicketsMade = true;
+        execute("cafe.db",
+            {ticket(QStringLiteral("RCPTGRP"), QStringLiteral("001"), QStringLiteral("RCPT001"), QStringLiteral("pw1")),
+                ticket(
+                    QStringLiteral("RCPTGRP"), QStringLiteral("002"), QStringLiteral("RCPT002"), QStringLiteral("pw2")),
+                {QStringLiteral("UPDATE Account SET Quota = 500 WHERE Username = 'RCPT002'"), {}}});
+    }
+
+    // The bytes a 58 mm printer gets for one ticket with the POS tab's defaults, spelled out.
+    static QByteArray narrowReceipt(const QByteArray& user,
+        const QByteArray& password,
+        const QByteArray& quota,
+        const QByteArray& number,
+        bool largeUser)
+    {
+        const auto line = [](char centred, char bold, char size, const QByteArray& text) -> QByteArray {
+            return QByteArray("\x1b"
+                              "a")
+                + centred
+                + "\x1b"
+                  "E"
+                + bold + "\x1d!" + size + text + '\n';
+        };
+        QByteArray bytes = QByteArray("\x1b@\x1bt\x10", 5);
+        bytes += line(1, 1, 0, "Norvantis");
+        bytes += line(1, 0, 0, "Norvantis");
+        bytes += line(0, 0, 0, QByteArray(32, '-'));
+        bytes += line(0, 1, largeUser ? 0x11 : 0, "User: " + user);
+        bytes += line(0, 1, 0, "Password: " + password);
+        bytes += line(0, 0, 0, "Time: 1 hr(s) 30 min(s)      N50");
+        bytes += line(0, 0, 0, "Expires 31-Dec-99");
+        bytes += line(0, 0, 0, "Any Time");
+        if (!quota.isEmpty())
+            bytes += line(0, 0, 0, "Quota: " + quota);
+        bytes += line(0, 0, 0, number);
+        const QByteArray code = user + ' ' + password;
+        bytes += QByteArray("\x1b"
+                            "E\x00\x1d!\x00\x1b"
+                            "a\x01",
+            9);
+        bytes += QByteArray("\x1d(k\x04\x00\x31\x41\x32\x00", 9); // model 2
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x43\x04", 8); // module of 4 dots
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x45\x31", 8); // level M
+        bytes += QByteArray("\x1d(k", 3) + char(code.size() + 3) + QByteArray("\x00\x31\x50\x30", 4) + code;
+        bytes += QByteArray("\x1d(k\x03\x00\x31\x51\x30", 8); // print it
+        bytes += QByteArray("\n\x1b"
+                            "a\x00\x1b"
+                            "d\x04\x1dVB\x00",
+            11);
+        return bytes;
+    }
+
+    void testReceiptsReachTheSerialLineByteForByte()
+    {
+        makeReceiptTickets();
+#ifndef MARLET_WITH_DESKTOP
+        const Run refused
+            = marlet(QStringList {QStringLiteral("receipt"), QStringLiteral("--group"), QStringLiteral("RCPTGRP")}
+                + common().mid(0, 2));
+        QCOMPARE(refused.exitCode, 1);
+        QCOMPARE(
+            refused.err, QStringLiteral("marlet receipt: this build has no printing (built without the desktop)\n"));
+        return;
+#endif
+        marlet::test::SerialLinePair line;
+        QVERIFY2(line.isValid(), "socat is needed (scripts/packages.txt)");
+        const QString near = line.nearEnd();
+
+        // The POS tab's port, COM3 here, is where receipts go without --port.
+        QFile prefs(path("receipt-prefs/preferences.ini"));
+        QVERIFY(QDir().mkpath(path("receipt-prefs")));
+        QVERIFY(prefs.open(QIODevice::WriteOnly));
+        prefs.write("[Norvantis/POS]\nCOM=COM3\n");
+        prefs.close();
+        const QStringList narrow = {QStringLiteral("receipt"),
+            QStringLiteral("--db"),
+            path("cafe.db"),
+            QStringLiteral("--prefs"),
+            path("receipt-prefs"),
+            QStringLiteral("--group"),
+            QStringLiteral("RCPTGRP"),
+            QStringLiteral("--paper"),
+            QStringLiteral("58")};
+        const QByteArray expected = narrowReceipt("RCPT001", "pw1", {}, "RCPTGRP-001", false)
+            + narrowReceipt("RCPT002", "pw2", "500 MB", "RCPTGRP-002", false);
+        const Run sent = marlet(narrow, {}, {QStringLiteral("MARLET_PORT_COM3=") + near});
+        QVERIFY2(!sent.err.contains(QStringLiteral("marlet receipt")), qPrintable(sent.err));
+        QCOMPARE(sent.exitCode, 0);
+        QCOMPARE(sent.out, QStringLiteral("2 receipt(s) sent to COM3\n"));
+        QCOMPARE(line.read(expected.size()), expected);
+
+        // "Show Username in LARGE" doubles the user line.
+        QVERIFY(prefs.open(QIODevice::WriteOnly));
+        prefs.write("[Norvantis/POS]\nCOM=COM3\nSUserL=1\n");
+        prefs.close();
+        const Run large = marlet(narrow + QStringList {QStringLiteral("--port"), near});
+        QCOMPARE(large.exitCode, 0);
+        const QByteArray largeExpected = narrowReceipt("RCPT001", "pw1", {}, "RCPTGRP-001", true)
+            + narrowReceipt("RCPT002", "pw2", "500 MB", "RCPTGRP-002", true);
+        QCOMPARE(line.read(largeExpected.size()), largeExpected);
+
+        const Run nowhere = marlet(narrow + QStringList {QStringLiteral("--port"), path("no-such-port")});
+        QCOMPARE(nowhere.exitCode, 1);
+        QVERIFY2(nowhere.err.contains(QStringLiteral("marlet receipt: cannot open the receipt printer's port ")),
+            qPrintable(nowhere.err));
+    }
+
+    void testReceiptPreviewIsAPdfOfReceiptWidth_data()
+    {
+        QTest::addColumn<QString>("paper");
+        QTest::addColumn<QString>("points");
+        QTest::newRow("58 mm") << QStringLiteral("58") << QStringLiteral("164");
+        QTest::newRow("80 mm") << QStringLiteral("80") << QStringLiteral("227");
+    }
+
+    void testReceiptPreviewIsAPdfOfReceiptWidth()
+    {
+#ifndef MARLET_WITH_DESKTOP
+        QSKIP("the preview is drawn by the desktop part");
+#endif
+        QFETCH(QString, paper);
+        QFETCH(QString, points);
+        makeReceiptTickets();
+        const QString pdf = path("receipts.pdf");
+        const Run run = marlet({QStringLiteral("receipt"),
+            QStringLiteral("--db"),
+            path("cafe.db"),
+            QStringLiteral("--prefs"),
+            path("pdf-prefs"),
+            QStringLiteral("--group"),
+            QStringLiteral("RCPTGRP"),
+            QStringLiteral("--paper"),
+            paper,
+            QStringLiteral("--pdf"),
+            pdf});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, QStringLiteral("2 receipt(s) written to %1\n").arg(pdf));
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+        QVERIFY(text.waitForFinished(30000));
+        const QString content = QString::fromUtf8(text.readAllStandardOutput());
+        for (const char* expected : {"User: RCPT001",
+                 "Password: pw1",
+                 "User: RCPT002",
+                 "Password: pw2",
+                 "Quota: 500 MB",
+                 "RCPTGRP-002",
+                 "Expires 31-Dec-99"})
+            QVERIFY2(content.contains(QLatin1String(expected)), qPrintable(content));
+        QProcess info;
+        info.start(QStringLiteral("pdfinfo"), {pdf});
+        QVERIFY(info.waitForFinished(30000));
+        const QString details = QString::fromUtf8(info.readAllStandardOutput());
+        QVERIFY2(details.contains(QRegularExpression(QStringLiteral("Pages:\\s+2\n"))), qPrintable(details));
+        // Each receipt's QR code, read back from the preview as a printer would rasterise it.
+        QProcess raster;
+        raster.start(QStringLiteral("pdftoppm"),
+            {QStringLiteral("-r"), QStringLiteral("203"), QStringLiteral("-png"), pdf, path("receipt")});
+        QVERIFY(raster.waitForFinished(30000));
+        QStringList codes;
+        for (const char* page : {"receipt-1.png", "receipt-2.png"}) {
+            QProcess reader;
+            reader.start(QStringLiteral("zbarimg"), {QStringLiteral("-q"), QStringLiteral("--raw"), path(page)});
+            QVERIFY(reader.waitForFinished(30000));
+            codes.append(QString::fromUtf8(reader.readAllStandardOutput()).trimmed());
+        }
+        QCOMPARE(codes, QStringList({QStringLiteral("RCPT001 pw1"), QStringLiteral("RCPT002 pw2")}));
+        QVERIFY2(details.contains(
+                     QRegularExpression(QStringLiteral("Page size:\\s+") + points + QStringLiteral("(\\.\\d+)? x "))),
+            qPrintable(details));
     }
 
     void testBatchProgressShowsOnATerminal()

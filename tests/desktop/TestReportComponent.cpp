@@ -3,9 +3,11 @@
 #include "desktop/ComponentRegistry.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/TicketSheetPainter.h"
+#include "printing/Receipt.h"
 #include "printing/TicketSheet.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "support/SerialLinePair.h"
 #include "support/StoreTestDatabase.h"
 
 #include <QApplication>
@@ -13,6 +15,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -28,7 +31,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+
 #include <QTreeWidget>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <functional>
 
@@ -71,7 +77,8 @@ SheetTicket ticket(int number)
         u"5 day(s) after first use"_s,
         u"Any Time"_s,
         u"Unlimited"_s,
-        u"12 Quay Street"_s};
+        u"12 Quay Street"_s,
+        u"http://10.0.0.1/login?u=USER"_s + digits + u"&p=PW"_s + digits + u"XY"_s};
 }
 
 QList<SheetTicket> tickets(int count)
@@ -123,12 +130,15 @@ private slots:
 
     void testSevenTicketsSixUpPrintOnOnePage();
     void testTicketTextsReachThePdf();
+    void testEveryTicketCarriesItsQrCode_data();
+    void testEveryTicketCarriesItsQrCode();
     void testFullPageStartsANewOne_data();
     void testFullPageStartsANewOne();
     void testScratchTablePreviewPrintsToPdf();
     void testMissingTableShowsNoPreview();
     void testOperationsNeedTheConnection();
     void testExistingTicketsArePreviewedByGroup();
+    void testExistingTicketsGoToTheReceiptPrinter();
     void testSettingsWindowSavesWhatWasChosen();
     void testSettingsWindowRefusesADuplicateAndCancelKeepsAll();
     void testComponentIsReachedByName();
@@ -218,6 +228,64 @@ void TestReportComponent::testTicketTextsReachThePdf()
     QCOMPARE(text->count(u"5 day(s) after first use"_s), 7);
     QCOMPARE(text->count(u"Quota: Unlimited"_s), 7);
     QVERIFY(text->contains(u"202611211000-007"_s));
+}
+
+void TestReportComponent::testEveryTicketCarriesItsQrCode_data()
+{
+    QTest::addColumn<int>("perRow");
+    QTest::addColumn<int>("count");
+    QTest::newRow("small sheet") << 6 << 8;
+    QTest::newRow("medium sheet") << 3 << 4;
+    QTest::newRow("large sheet") << 2 << 3;
+}
+
+// The sheet goes to a PDF, the PDF to a picture as a 300 dpi printer would rasterise it, and a barcode
+// reader finds every ticket's login in it.
+void TestReportComponent::testEveryTicketCarriesItsQrCode()
+{
+    QFETCH(int, perRow);
+    QFETCH(int, count);
+    for (const char* tool : {"pdftoppm", "zbarimg"}) {
+        if (QStandardPaths::findExecutable(QLatin1String(tool)).isEmpty())
+            QFAIL(qPrintable(QLatin1String(tool) + u" is missing: install the packages of scripts/packages.txt"_s));
+    }
+    const QString pdf = m_dir->filePath(u"codes.pdf"_s);
+    QVERIFY(writePdf(packTicketSheet(tickets(count), perRow), pdf));
+    QProcess raster;
+    raster.start(
+        u"pdftoppm"_s, {u"-r"_s, u"300"_s, u"-gray"_s, u"-png"_s, u"-singlefile"_s, pdf, m_dir->filePath(u"codes"_s)});
+    QVERIFY(raster.waitForFinished(60000));
+    QCOMPARE(raster.exitCode(), 0);
+    QProcess reader;
+    reader.start(
+        u"zbarimg"_s, {u"-q"_s, u"--raw"_s, u"-Sdisable"_s, u"-Sqrcode.enable"_s, m_dir->filePath(u"codes.png"_s)});
+    QVERIFY(reader.waitForFinished(60000));
+    QStringList decoded = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    // tools/output-pictures asks for the top of the medium sheet as a picture for the documentation.
+    if (const QString pictures = qEnvironmentVariable("MARLET_PICTURES_DIR"); !pictures.isEmpty() && perRow == 3) {
+        QProcess picture;
+        picture.start(u"pdftoppm"_s,
+            {u"-r"_s,
+                u"120"_s,
+                u"-png"_s,
+                u"-singlefile"_s,
+                u"-x"_s,
+                u"0"_s,
+                u"-y"_s,
+                u"0"_s,
+                u"-W"_s,
+                u"1000"_s,
+                u"-H"_s,
+                u"250"_s,
+                pdf,
+                QDir(pictures).filePath(u"sheet-qr"_s)});
+        QVERIFY(picture.waitForFinished(60000));
+    }
+    decoded.sort();
+    QStringList expected;
+    for (int number = 1; number <= count; ++number)
+        expected.append(ticket(number).loginCode);
+    QCOMPARE(decoded, expected);
 }
 
 void TestReportComponent::testFullPageStartsANewOne_data()
@@ -332,6 +400,60 @@ void TestReportComponent::testExistingTicketsArePreviewedByGroup()
     QCOMPARE(listed, (QStringList {u"202611211000"_s, u"202611200900"_s}));
     QVERIFY(!previewEnabledBefore);
     QCOMPARE(previewPages, 1);
+}
+
+void TestReportComponent::testExistingTicketsGoToTheReceiptPrinter()
+{
+    QVERIFY(m_db->connection().Execute(Statement(
+        u"Insert into TicketInfo (TicketGrp, Number, Time, Amount, TimeGenerated) values ('202611211000', 3, 60, '50', 'Y')"_s)));
+    for (int number = 1; number <= 3; ++number)
+        addTicket(u"202611211000"_s, u"00"_s + QString::number(number), u"ROLL00"_s + QString::number(number));
+    Preferences(m_dir->filePath(u"prefs"_s)).SaveSetting(u"Norvantis"_s, u"POS"_s, u"COM"_s, u"COM4"_s);
+
+    test::SerialLinePair line;
+    QVERIFY2(line.isValid(), "socat is needed (scripts/packages.txt)");
+    qputenv("MARLET_PORT_COM4", QFile::encodeName(line.nearEnd()));
+
+    bool missed = false;
+    QStringList sizes;
+    bool sendForSheets = true;
+    bool sendForReceipts = false;
+    int receiptPages = 0;
+    onModal<QDialog>(u"PrintExistingTickets"_s, missed, [&](QDialog& dialog) {
+        auto* size = dialog.findChild<QComboBox*>(u"size"_s);
+        auto* send = dialog.findChild<QPushButton*>(u"sendReceipts"_s);
+        for (int index = 0; index < size->count(); ++index)
+            sizes.append(size->itemText(index));
+        dialog.findChild<QTreeWidget*>(u"groups"_s)->topLevelItem(0)->setSelected(true);
+        size->setCurrentIndex(2);
+        sendForSheets = send->isEnabled();
+        size->setCurrentIndex(3);
+        sendForReceipts = send->isEnabled();
+        send->click();
+        onModal<QPrintPreviewDialog>(u"ReceiptPreview"_s, missed, [&](QPrintPreviewDialog& shown) {
+            receiptPages = shown.findChild<QPrintPreviewWidget*>()->pageCount();
+            shown.reject();
+            QTimer::singleShot(0, &dialog, &QDialog::reject);
+        });
+        dialog.findChild<QPushButton*>(u"preview"_s)->click();
+    });
+    QVERIFY(m_component->callWithConnection(u"PrintPreview"_s, m_db->connection(), {u"C:\\Server\\host.exe"_s}));
+    qunsetenv("MARLET_PORT_COM4");
+    QVERIFY(!missed);
+    QCOMPARE(sizes.mid(3),
+        (QStringList {u"Receipt 58 mm (one ticket a receipt)"_s, u"Receipt 80 mm (one ticket a receipt)"_s}));
+    QVERIFY(!sendForSheets);
+    QVERIFY(sendForReceipts);
+    QCOMPARE(receiptPages, 3);
+
+    Preferences preferences(m_dir->filePath(u"prefs"_s));
+    const auto tickets = groupTickets(m_db->connection(), u"202611211000"_s, preferences);
+    QVERIFY(tickets && tickets->size() == 3);
+    QByteArray expected;
+    for (const SheetTicket& ticket : *tickets)
+        expected += escposReceipt(ticket, ReceiptPaper::narrow(), ReceiptContent());
+    QVERIFY(expected.contains("User: ROLL002"));
+    QCOMPARE(line.read(expected.size()), expected);
 }
 
 void TestReportComponent::testSettingsWindowSavesWhatWasChosen()

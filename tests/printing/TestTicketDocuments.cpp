@@ -1,5 +1,7 @@
 #include "printing/TicketDocuments.h"
 
+#include "printing/LoginCode.h"
+
 #include "support/HtmlOutline.h"
 #include "support/PrintingFixture.h"
 
@@ -103,6 +105,8 @@ private slots:
     void testSamples();
     void testPageStructure_data();
     void testPageStructure();
+    void testLoginTemplatePutsACodeUnderEachBox_data();
+    void testLoginTemplatePutsACodeUnderEachBox();
 };
 
 void TestTicketDocuments::testMediumPageOfOneTicket()
@@ -685,3 +689,41 @@ void TestTicketDocuments::testPageStructure()
 
 QTEST_GUILESS_MAIN(TestTicketDocuments)
 #include "TestTicketDocuments.moc"
+
+void TestTicketDocuments::testLoginTemplatePutsACodeUnderEachBox_data()
+{
+    QTest::addColumn<int>("design");
+    QTest::addColumn<QString>("boxEnd");
+    QTest::newRow("small") << int(Design::Small) << QStringLiteral("      </tr></table>\r\n    </td>");
+    QTest::newRow("medium") << int(Design::Medium) << QStringLiteral("    </table></td>");
+    // The Large writer leaves its page unwritten but for block 300 (testLargePageKeepsWhatBlock300Flushed).
+}
+
+// Without a template the page is exactly as before (the other tests); with one, each box is
+// followed by its code and nothing else changes.
+void TestTicketDocuments::testLoginTemplatePutsACodeUnderEachBox()
+{
+    QFETCH(int, design);
+    QFETCH(QString, boxEnd);
+    PrintingFixture plain;
+    QVERIFY2(plain.isValid(), qPrintable(plain.error()));
+    QVERIFY(plain.addTicket(nightTicket()));
+    QVERIFY(write(plain, Design(design), nightTicket().group));
+
+    PrintingFixture f;
+    QVERIFY2(f.isValid(), qPrintable(f.error()));
+    QVERIFY(f.addTicket(nightTicket()));
+    const QString pattern = QStringLiteral("http://10.0.0.1/login?u={username}&p={password}");
+    f.preferences.SaveSetting(
+        QStringLiteral("Norvantis"), QStringLiteral("Option"), QStringLiteral("LoginTemplate"), pattern);
+    QVERIFY(write(f, Design(design), nightTicket().group));
+
+    const QString code = CrLf + QStringLiteral("    <div align='center'>")
+        + qrSvg(QStringLiteral("http://10.0.0.1/login?u=NVT1234567&p=54321"), 96) + QStringLiteral("</div>");
+    QVERIFY(code.contains(QStringLiteral("<svg ")));
+    QString page = f.page();
+    QCOMPARE(page.count(code), 1);
+    QVERIFY2(page.contains(boxEnd + code + CrLf + QStringLiteral("  </td>")), qPrintable(page));
+    page.remove(code);
+    QVERIFY2(page == plain.page(), qPrintable(ScriptedPlatform::describeDifference(plain.page(), page)));
+}
