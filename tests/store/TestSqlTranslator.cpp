@@ -435,6 +435,39 @@ private slots:
                      .isEmpty());
     }
 
+    void testOnePlanServesEveryRunOfAPattern()
+    {
+        int calls = 0;
+        TranslatorOptions options;
+        options.clock = [&calls] {
+            ++calls;
+            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
+        };
+        const SqlTranslator translator(options);
+        const auto plan = translator.plan(
+            u"select * from Account where Username = '{}%' and Time = {} and LastUsed < now"_s, SqlDialect::Sqlite);
+        QCOMPARE(calls, 0);
+        const TranslationResult first = translator.apply(*plan, {u"AB"_s, 60});
+        const TranslationResult second = translator.apply(*plan, {u"CD"_s, 90.5});
+        QVERIFY2(first.ok() && second.ok(), qPrintable(first.error + second.error));
+        QCOMPARE(first.sql, second.sql);
+        QCOMPARE(first.values, (QVariantList {u"AB%"_s, qint64(60), u"2024-01-01 00:00:01"_s}));
+        QCOMPARE(second.values, (QVariantList {u"CD%"_s, 90.5, u"2024-01-01 00:00:02"_s}));
+        // Each run's values are checked for that run: a quote, a word for a number, a value missing.
+        QCOMPARE(
+            translator.apply(*plan, {u"O'N"_s, 60}).error, u"Syntax error in string in query expression 'O'N%'."_s);
+        QCOMPARE(
+            translator.apply(*plan, {u"AB"_s, u"six"_s}).error, u"Syntax error in number in query expression 'six'."_s);
+        QVERIFY(!translator.apply(*plan, {u"AB"_s}).ok());
+        QCOMPARE(translator.apply(*plan, {u"EF"_s, 1}).values.at(0), QVariant(u"EF%"_s));
+        // A pattern the grammar refuses gives its error on every run, after the values' own errors.
+        const auto broken = translator.plan(u"select * from Account where Time = {} and"_s, SqlDialect::Sqlite);
+        QVERIFY(!translator.apply(*broken, {1}).ok());
+        QCOMPARE(translator.apply(*broken, {1}).error,
+            translate(Statement(u"select * from Account where Time = {} and"_s, {1})).error);
+        QCOMPARE(translator.apply(*broken, {u"x"_s}).error, u"Syntax error in number in query expression 'x'."_s);
+    }
+
     void testDeepNestingIsRefused()
     {
         const QString deep = u"select * from Account where "_s + QString(5000, u'(') + u"1"_s + QString(5000, u')');
