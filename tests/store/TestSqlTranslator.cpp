@@ -23,6 +23,18 @@ private:
         return SqlTranslator(options);
     }
 
+    // A translator whose clock counts its readings: the n-th reading is n seconds past midnight of
+    // 1 January 2024.
+    static SqlTranslator countingClockTranslator(int& calls)
+    {
+        TranslatorOptions options;
+        options.clock = [&calls] {
+            ++calls;
+            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
+        };
+        return SqlTranslator(options);
+    }
+
     static TranslationResult translate(const Statement& statement, SqlDialect dialect = SqlDialect::Sqlite)
     {
         return translator().translate(statement, dialect);
@@ -419,12 +431,7 @@ private slots:
     void testNowIsReadOncePerStatement()
     {
         int calls = 0;
-        TranslatorOptions options;
-        options.clock = [&calls] {
-            ++calls;
-            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
-        };
-        const TranslationResult result = SqlTranslator(options).translate(
+        const TranslationResult result = countingClockTranslator(calls).translate(
             u"select * from Account where Expire < now and LastUsed < Now()"_s, SqlDialect::Sqlite);
         QCOMPARE(calls, 1);
         QCOMPARE(result.values, (QVariantList {u"2024-01-01 00:00:01"_s, u"2024-01-01 00:00:01"_s}));
@@ -438,12 +445,7 @@ private slots:
     void testOnePlanServesEveryRunOfAPattern()
     {
         int calls = 0;
-        TranslatorOptions options;
-        options.clock = [&calls] {
-            ++calls;
-            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
-        };
-        const SqlTranslator translator(options);
+        const SqlTranslator translator = countingClockTranslator(calls);
         const auto plan = translator.plan(
             u"select * from Account where Username = '{}%' and Time = {} and LastUsed < now"_s, SqlDialect::Sqlite);
         QCOMPARE(calls, 0);
