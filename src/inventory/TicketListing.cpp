@@ -79,9 +79,10 @@ void TicketListing::viewSelection()
         tickets.MoveFirst();
         // The running number is a 16-bit counter: the listing ends when it can count no further.
         const long last = qMin<long>(count, std::numeric_limits<qint16>::max());
+        const TicketRowReader reader(tickets);
         for (long i = 1; i <= last; ++i) {
             const bool masked = m_form[genacc::Check4].ticked();
-            grid.addItem(ticketRowLine(QString::number(i), ticketRowFields(tickets), masked));
+            grid.addItem(ticketRowLine(QString::number(i), reader.fields(tickets), masked));
             if (!tickets.Eof())
                 tickets.MoveNext();
             platform.yield();

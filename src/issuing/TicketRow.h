@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <array>
 #include <optional>
 
 namespace marlet {
@@ -62,6 +63,18 @@ struct TicketRowFields
     QVariant DateCreated;
 };
 TicketRowFields ticketRowFields(const Recordset& row);
+
+// Reads the fields of listing lines from a result set by position: the positions are found once,
+// for as long as the result set stays open on the same select.
+class TicketRowReader
+{
+public:
+    explicit TicketRowReader(const Recordset& rows);
+    TicketRowFields fields(const Recordset& row) const;
+
+private:
+    std::array<int, 7> m_positions;
+};
 TicketRowFields ticketRowFields(const TicketValues& ticket);
 
 // A ticket's line in a listing grid, seven fields separated by tabs: the number as the caller gives

@@ -62,8 +62,16 @@ ConnectionTarget parseConnectionString(const QString& connectionString)
     return {SqlDialect::Sqlite, text, QString()};
 }
 
+namespace {
+
+// Kept plans beyond this number are dropped all at once.
+constexpr qsizetype keptPlans = 256;
+
+} // namespace
+
 Connection::Connection()
     : m_name(connectionName())
+    , m_translator(TranslatorOptions {[this] { return now(); }, {}})
 {
 }
 
@@ -89,6 +97,8 @@ bool Connection::Open(const QString& connectionString)
         return fail(QStringLiteral("PostgreSQL connections are not available yet."));
     if (!openSqlite(target.location))
         return false;
+    if (m_dialect != target.dialect)
+        m_plans.clear();
     m_dialect = target.dialect;
     m_connectionString = connectionString;
     m_lastError.clear();
@@ -164,9 +174,13 @@ QDateTime Connection::now() const
 
 TranslationResult Connection::translate(const Statement& statement) const
 {
-    TranslatorOptions options;
-    options.clock = [this] { return now(); };
-    return SqlTranslator(std::move(options)).translate(statement, m_dialect);
+    auto plan = m_plans.constFind(statement.pattern());
+    if (plan == m_plans.constEnd()) {
+        if (m_plans.size() >= keptPlans)
+            m_plans.clear();
+        plan = m_plans.insert(statement.pattern(), m_translator.plan(statement.pattern(), m_dialect));
+    }
+    return m_translator.apply(**plan, statement.values());
 }
 
 bool Connection::Execute(const Statement& statement, long* rowsAffected)

@@ -4,6 +4,7 @@
 #include "store/Statement.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QString>
 
 #include <functional>
@@ -74,6 +75,9 @@ private:
     std::function<QDateTime()> m_clock;
     int m_busyTimeout = 5000;
     QString m_lastError;
+    SqlTranslator m_translator;
+    // Plans of the patterns run so far: screens run the same few dozen texts again and again.
+    mutable QHash<QString, std::shared_ptr<const TranslationPlan>> m_plans;
 };
 
 } // namespace marlet

@@ -47,14 +47,11 @@ bool Recordset::Open(const Statement& source, Connection& connection, CursorType
     m_connection = &connection;
     m_source = source;
     m_lock = lock;
-    return load();
+    return load(translation);
 }
 
-bool Recordset::load()
+bool Recordset::load(const TranslationResult& translation)
 {
-    const TranslationResult translation = m_connection->translate(m_source);
-    if (!translation.ok())
-        return fail(translation.error);
     const bool keyed = m_lock == LockType::Optimistic && !translation.keyedSql.isEmpty();
     StoreEngine* engine = m_connection->engine();
     QList<ResultColumn> columns;
@@ -67,14 +64,24 @@ bool Recordset::load()
     m_rows = std::move(rows);
     m_keyColumns = keyed ? 1 : 0;
     m_table = keyed ? translation.tables.value(0) : QString();
+    // Which fields are columns of the table that changes go to, found once rather than per change.
+    // Only a keyed result set writes back.
+    m_updatable.assign(std::size_t(m_columns.size()), false);
+    for (qsizetype i = 0; keyed && i < m_columns.size(); ++i) {
+        const ResultColumn& column = m_columns.at(i);
+        m_updatable[std::size_t(i)] = !column.column.isEmpty()
+            && (column.table == m_table || column.table.compare(m_table, Qt::CaseInsensitive) == 0);
+    }
     // A result set reopened on the same fields, as a lookup before each insert is, keeps the
     // spellings it has learnt.
-    QStringList names;
-    for (const ResultColumn& column : std::as_const(m_columns))
-        names.append(column.name);
-    if (names != m_cachedNames) {
+    bool sameNames = m_cachedNames.size() == m_columns.size();
+    for (qsizetype i = 0; sameNames && i < m_columns.size(); ++i)
+        sameNames = m_cachedNames.at(i) == m_columns.at(i).name;
+    if (!sameNames) {
         m_nameCache.clear();
-        m_cachedNames = names;
+        m_cachedNames.clear();
+        for (const ResultColumn& column : std::as_const(m_columns))
+            m_cachedNames.append(column.name);
     }
     m_open = true;
     m_position = 0;
@@ -104,7 +111,10 @@ bool Recordset::Requery()
         return fail(QStringLiteral("Operation is not allowed in this context."));
     if (m_connection->State() != 1)
         return fail(objectClosed);
-    return load();
+    const TranslationResult translation = m_connection->translate(m_source);
+    if (!translation.ok())
+        return fail(translation.error);
+    return load(translation);
 }
 
 long Recordset::countRows(const Statement& source, Connection& connection)
@@ -207,7 +217,9 @@ int Recordset::fieldIndex(const QString& name) const
     if (known != m_nameCache.constEnd())
         return *known < m_columns.size() ? *known : -1; // the cache outlives Close
     for (int i = 0; i < m_columns.size(); ++i) {
-        if (m_columns.at(i).name.compare(name, Qt::CaseInsensitive) == 0) {
+        const QString& field = m_columns.at(i).name;
+        // Names of another length cannot match; most fields are passed over on that alone.
+        if (field.size() == name.size() && field.compare(name, Qt::CaseInsensitive) == 0) {
             m_nameCache.insert(name, i);
             return i;
         }
@@ -304,7 +316,7 @@ bool Recordset::setValue(int index, const QVariant& value)
     if (index < 0 || index >= m_columns.size())
         return fail(noSuchField(QString::number(index)));
     const ResultColumn& column = m_columns.at(index);
-    if (column.column.isEmpty() || column.table.compare(m_table, Qt::CaseInsensitive) != 0)
+    if (!m_updatable[std::size_t(index)])
         return fail(QStringLiteral("Field '%1' cannot be updated.").arg(column.name));
     if (m_editMode == EditMode::None && !hasCurrentRecord())
         return fail(noCurrentRecord);

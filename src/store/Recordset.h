@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/RowStore.h"
+#include "store/SqlTranslator.h"
 #include "store/Statement.h"
 #include "store/StoreEngine.h"
 
@@ -81,7 +82,7 @@ private:
     bool fail(const QString& message) const;
     std::nullopt_t failRead(const QString& message) const;
     std::optional<QVariant> readField(int index) const;
-    bool load();
+    bool load(const TranslationResult& translation);
     bool hasCurrentRecord() const;
     bool checkWritable() const;
     bool leaveEdit();
@@ -99,6 +100,7 @@ private:
     QList<ResultColumn> m_columns; // the visible fields
     int m_keyColumns = 0; // 1 when the rows carry their key in front, 0 when not writable
     QString m_table; // the table that changes go to
+    std::vector<bool> m_updatable; // per field: a column of m_table
     RowStore m_rows;
     qsizetype m_position = 0; // -1 before the first row, rowCount() after the last
     bool m_currentDeleted = false;

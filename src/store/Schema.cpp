@@ -85,6 +85,19 @@ ColumnDef printSlotColumn(int slot, int field)
         {"Nightinfo", T::Text},
         {"Quota", T::Number},
         {"Days", T::Number}};
+    // Print staging names a column for every value it writes: the names of the slots the scratch
+    // tables have are made once.
+    constexpr int keptSlots = 8;
+    static const QList<ColumnDef> kept = [] {
+        QList<ColumnDef> columns;
+        for (int s = 1; s <= keptSlots; ++s) {
+            for (const auto& [name, type] : fields)
+                columns.append({QString::fromLatin1(name) + QString::number(s), type});
+        }
+        return columns;
+    }();
+    if (slot >= 1 && slot <= keptSlots && field >= 0 && field < PrintSlotColumns)
+        return kept.at((slot - 1) * PrintSlotColumns + field);
     const auto& [name, type] = fields[field];
     return {QString::fromLatin1(name) + QString::number(slot), type};
 }

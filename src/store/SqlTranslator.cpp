@@ -182,14 +182,9 @@ class Nesting;
 class Parser
 {
 public:
-    Parser(const QString& pattern,
-        const QList<SqlToken>& tokens,
-        const QList<QVariant>& bound,
-        SqlDialect dialect,
-        const TranslatorOptions& options)
+    Parser(const QString& pattern, const QList<SqlToken>& tokens, SqlDialect dialect, const TranslatorOptions& options)
         : m_pattern(pattern)
         , m_tokens(tokens)
-        , m_bound(bound)
         , m_dialect(dialect)
         , m_options(options)
     {
@@ -207,10 +202,12 @@ public:
             checkQualifiers();
         if (failed())
             return failure(m_error, m_errorPosition);
-        m_result.values = m_values;
         m_result.tables = m_tables;
         return m_result;
     }
+
+    // For each '?' of the result in order: the token whose value it binds, or -1 for `now`.
+    const QList<qsizetype>& sources() const { return m_sources; }
 
 private:
     friend class Nesting;
@@ -295,18 +292,15 @@ private:
         return head + u" WHERE ctid = CAST(? AS tid)"_s;
     }
 
-    Fragment bindParameter(const QVariant& value)
+    // The values themselves are placed after parsing (SqlTranslator::apply): the SQL does not
+    // depend on them, so one parse serves every run of the same pattern.
+    Fragment bindParameter(qsizetype source)
     {
-        m_values.append(value);
+        m_sources.append(source);
         return {u"?"_s};
     }
 
-    Fragment bindNow()
-    {
-        if (!m_now)
-            m_now = m_options.clock ? m_options.clock() : QDateTime::currentDateTime();
-        return bindParameter(SqlTranslator::dateTimeValue(*m_now, m_dialect));
-    }
+    Fragment bindNow() { return bindParameter(-1); }
 
     // --- statements ---
 
@@ -697,9 +691,9 @@ private:
             return {take().text};
         case SqlTokenType::String:
         case SqlTokenType::Placeholder: {
-            const QVariant value = m_bound.at(m_pos);
+            const qsizetype source = m_pos;
             take();
-            return bindParameter(value);
+            return bindParameter(source);
         }
         case SqlTokenType::Identifier:
         case SqlTokenType::QuotedIdentifier:
@@ -769,7 +763,6 @@ private:
 
     const QString& m_pattern;
     const QList<SqlToken>& m_tokens;
-    const QList<QVariant>& m_bound;
     const SqlDialect m_dialect;
     const TranslatorOptions& m_options;
     qsizetype m_pos = 0;
@@ -778,8 +771,7 @@ private:
     qsizetype m_errorPosition = -1;
     QStringList m_tables;
     QList<SqlToken> m_qualifiers;
-    QVariantList m_values;
-    std::optional<QDateTime> m_now;
+    QList<qsizetype> m_sources;
     TranslationResult m_result;
 };
 
@@ -853,13 +845,48 @@ SqlTranslator::SqlTranslator(TranslatorOptions options)
 
 TranslationResult SqlTranslator::translate(const Statement& statement, SqlDialect dialect) const
 {
-    const SqlTokenizeResult tokenized = tokenizeSql(statement.pattern());
-    if (!tokenized.ok())
-        return failure(tokenized.error, tokenized.errorPosition);
-    const Binding binding = Binder(tokenized.tokens, statement.values()).run();
+    return apply(*plan(statement.pattern(), dialect), statement.values());
+}
+
+std::shared_ptr<const TranslationPlan> SqlTranslator::plan(const QString& pattern, SqlDialect dialect) const
+{
+    auto result = std::make_shared<TranslationPlan>();
+    SqlTokenizeResult tokenized = tokenizeSql(pattern);
+    if (!tokenized.ok()) {
+        result->tokenizeError = failure(tokenized.error, tokenized.errorPosition);
+        return result;
+    }
+    result->tokens = std::move(tokenized.tokens);
+    Parser parser(pattern, result->tokens, dialect, m_options);
+    result->shape = parser.run();
+    result->sources = parser.sources();
+    result->dialect = dialect;
+    return result;
+}
+
+TranslationResult SqlTranslator::apply(const TranslationPlan& plan, const QVariantList& values) const
+{
+    // Problems in the order a reader meets them: the text, then the values, then the grammar.
+    if (!plan.tokenizeError.ok())
+        return plan.tokenizeError;
+    const Binding binding = Binder(plan.tokens, values).run();
     if (!binding.error.isEmpty())
         return failure(binding.error, binding.errorPosition);
-    return Parser(statement.pattern(), tokenized.tokens, binding.tokenValues, dialect, m_options).run();
+    if (!plan.shape.ok())
+        return plan.shape;
+    TranslationResult result = plan.shape;
+    result.values.reserve(plan.sources.size());
+    std::optional<QVariant> now; // one moment for the whole statement
+    for (const qsizetype source : plan.sources) {
+        if (source >= 0) {
+            result.values.append(binding.tokenValues.at(source));
+            continue;
+        }
+        if (!now)
+            now = dateTimeValue(m_options.clock ? m_options.clock() : QDateTime::currentDateTime(), plan.dialect);
+        result.values.append(*now);
+    }
+    return result;
 }
 
 QString SqlTranslator::quoteIdentifier(QStringView name)

@@ -39,6 +39,7 @@
 //        parameter.
 //   The rows affected are the sum over all deletes. `sql` is empty for this kind.
 
+#include "store/SqlTokenizer.h"
 #include "store/Statement.h"
 
 #include <QDateTime>
@@ -48,6 +49,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 
 namespace marlet {
 
@@ -77,6 +79,17 @@ struct TranslationResult
     bool ok() const { return error.isEmpty(); }
 };
 
+// A pattern translated before its values are placed. The engine SQL depends on the pattern alone,
+// so a connection keeps the plans of the patterns it runs again.
+struct TranslationPlan
+{
+    TranslationResult tokenizeError; // set when the text cannot be split into tokens
+    QList<SqlToken> tokens;
+    TranslationResult shape; // the result without values, or the grammar's error
+    QList<qsizetype> sources; // for each '?' in order: the token whose value it binds, -1 for `now`
+    SqlDialect dialect = SqlDialect::Sqlite;
+};
+
 struct TranslatorOptions
 {
     // Local date-time for `now`; the current time when not set.
@@ -92,6 +105,9 @@ public:
 
     // Never throws; anything not understood comes back as an error result.
     TranslationResult translate(const Statement& statement, SqlDialect dialect) const;
+    // The two halves of translate: the plan of a pattern, then a statement's values placed in it.
+    std::shared_ptr<const TranslationPlan> plan(const QString& pattern, SqlDialect dialect) const;
+    TranslationResult apply(const TranslationPlan& plan, const QVariantList& values) const;
 
     // A table or column name as it is written in the engine's SQL: quoted, lower case.
     static QString quoteIdentifier(QStringView name);

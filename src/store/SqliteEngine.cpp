@@ -12,6 +12,8 @@ namespace {
 
 // SQLITE_TRANSIENT without the C cast of its macro: SQLite copies what is bound.
 const sqlite3_destructor_type copyOnBind = reinterpret_cast<sqlite3_destructor_type>(std::intptr_t(-1));
+// SQLITE_STATIC: the bound bytes outlive the statement's run.
+const sqlite3_destructor_type keepOnBind = nullptr;
 
 // Kept statements beyond this number are dropped all at once; the screens use a few dozen texts.
 constexpr qsizetype keptStatements = 64;
@@ -197,6 +199,8 @@ bool SqliteEngine::bind(sqlite3_stmt* statement, const QVariantList& values)
         return fail(QStringLiteral("Number of values (%1) does not match the statement's parameters (%2).")
                         .arg(values.size())
                         .arg(sqlite3_bind_parameter_count(statement)));
+    // Every statement run ends with its bindings cleared, so the texts of the last one are free.
+    m_boundTexts.clear();
     for (int i = 0; i < values.size(); ++i) {
         const QVariant value = storevalue::toBindable(values.at(i));
         int rc = SQLITE_OK;
@@ -208,13 +212,19 @@ bool SqliteEngine::bind(sqlite3_stmt* statement, const QVariantList& values)
             const QByteArray bytes = value.toByteArray();
             rc = sqlite3_bind_blob64(statement, i + 1, bytes.constData(), sqlite3_uint64(bytes.size()), copyOnBind);
         } else if (value.typeId() == QMetaType::QString || !value.canConvert<qint64>()) {
-            const QString text = value.toString();
-            rc = sqlite3_bind_text16(statement, i + 1, text.utf16(), int(text.size() * 2), copyOnBind);
+            // Bound as UTF-8, the database's own encoding, and held until the next bind: SQLite
+            // neither copies nor converts it.
+            const QByteArray& text = m_boundTexts.emplace_back(value.toString().toUtf8());
+            rc = sqlite3_bind_text64(
+                statement, i + 1, text.constData(), sqlite3_uint64(text.size()), keepOnBind, SQLITE_UTF8);
         } else {
             rc = sqlite3_bind_int64(statement, i + 1, value.toLongLong());
         }
-        if (rc != SQLITE_OK)
-            return fail();
+        if (rc != SQLITE_OK) {
+            fail();
+            sqlite3_clear_bindings(statement);
+            return false;
+        }
     }
     return true;
 }
@@ -280,7 +290,7 @@ bool SqliteEngine::updateRow(
 bool SqliteEngine::insertRow(
     const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key)
 {
-    const QString textKey = table + u'\n' + columns.join(u',');
+    const InsertKey textKey {table, columns};
     auto sql = m_insertTexts.constFind(textKey);
     if (sql == m_insertTexts.constEnd()) {
         const QString head = QStringLiteral("INSERT INTO ") + SqlTranslator::quoteIdentifier(table);

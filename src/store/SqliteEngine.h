@@ -2,7 +2,11 @@
 
 #include "store/StoreEngine.h"
 
+#include <QByteArray>
 #include <QHash>
+
+#include <utility>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -55,7 +59,10 @@ private:
     // which costs more than a lookup by name itself.
     QHash<sqlite3_stmt*, QList<ResultColumn>> m_columns;
     // Texts of the inserts that result sets write back, by table and column list.
-    QHash<QString, QString> m_insertTexts;
+    using InsertKey = std::pair<QString, QStringList>;
+    QHash<InsertKey, QString> m_insertTexts;
+    // The texts bound to the statement that runs now (bound without a copy).
+    std::vector<QByteArray> m_boundTexts;
     QString m_error;
 };
 

@@ -160,13 +160,47 @@ private:
 
 } // namespace
 
+namespace {
+
+// "yyyy-MM-dd HH:mm:ss" written by hand: every ticket stores four dates, and a formatted toString
+// reads its pattern each time. Years outside 1 to 9999 take Qt's own form.
+std::optional<QString> storedText(QDate date, QTime time)
+{
+    const int year = date.year();
+    if (year < 1 || year > 9999)
+        return std::nullopt;
+    char16_t text[19];
+    const auto put = [&text](int at, int value, int width) {
+        for (int i = width - 1; i >= 0; --i, value /= 10)
+            text[at + i] = char16_t(u'0' + value % 10);
+    };
+    put(0, year, 4);
+    text[4] = u'-';
+    put(5, date.month(), 2);
+    text[7] = u'-';
+    put(8, date.day(), 2);
+    text[10] = u' ';
+    put(11, time.hour(), 2);
+    text[13] = u':';
+    put(14, time.minute(), 2);
+    text[16] = u':';
+    put(17, time.second(), 2);
+    return QString(reinterpret_cast<const QChar*>(text), 19);
+}
+
+} // namespace
+
 QString dateTimeText(const QDateTime& value)
 {
+    if (auto text = storedText(value.date(), value.time()))
+        return *text;
     return value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 QString dateText(const QDate& value)
 {
+    if (auto text = storedText(value, QTime(0, 0)))
+        return *text;
     return value.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" 00:00:00");
 }
 

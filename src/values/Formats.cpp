@@ -3,6 +3,7 @@
 #include "values/Dates.h"
 #include "values/Numbers.h"
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 
@@ -164,6 +165,16 @@ QString twoDigits(int value)
     return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0'));
 }
 
+void appendTwoDigits(QString& out, int value)
+{
+    if (value < 0 || value > 99) {
+        out += twoDigits(value);
+        return;
+    }
+    out += QChar(u'0' + value / 10);
+    out += QChar(u'0' + value % 10);
+}
+
 // The case of a code's first letter decides the case of its AM/PM letters.
 QString halfDay(const Token& token, int hour, qsizetype length)
 {
@@ -179,77 +190,114 @@ QString generalDate(const QDateTime& value)
     return value.time() == QTime(0, 0) ? date : date + u' ' + machineTime(value.time());
 }
 
-QString renderDateCode(const Token& token, const QDateTime& value, bool twelveHour)
+// Appends what one code of a date pattern shows; one string grows for the whole pattern.
+void appendDateCode(QString& out, const Token& token, const QDateTime& value, bool twelveHour)
 {
     const QDate date = value.date();
     const QTime time = value.time();
     const int hour = twelveHour ? (time.hour() + 11) % 12 + 1 : time.hour();
     switch (token.code) {
     case Code::Literal:
-        return token.text;
+        out += token.text;
+        return;
     case Code::Day:
-        return QString::number(date.day());
+        out += QString::number(date.day());
+        return;
     case Code::Day2:
-        return twoDigits(date.day());
+        return appendTwoDigits(out, date.day());
     case Code::DayName:
-        return weekdayName(weekdayNumber(date), true);
+        out += weekdayName(weekdayNumber(date), true);
+        return;
     case Code::DayFullName:
-        return weekdayName(weekdayNumber(date));
+        out += weekdayName(weekdayNumber(date));
+        return;
     case Code::DateOfMachine:
-        return machineDate(date);
+        out += machineDate(date);
+        return;
     case Code::Weekday:
-        return QString::number(weekdayNumber(date));
+        out += QString::number(weekdayNumber(date));
+        return;
     case Code::Month:
-        return QString::number(date.month());
+        out += QString::number(date.month());
+        return;
     case Code::Month2:
-        return twoDigits(date.month());
+        return appendTwoDigits(out, date.month());
     case Code::MonthName:
-        return monthName(date.month(), true);
+        out += monthName(date.month(), true);
+        return;
     case Code::MonthFullName:
-        return monthName(date.month());
+        out += monthName(date.month());
+        return;
     case Code::Quarter:
-        return QString::number((date.month() + 2) / 3);
+        out += QString::number((date.month() + 2) / 3);
+        return;
     case Code::DayOfYear:
-        return QString::number(date.dayOfYear());
+        out += QString::number(date.dayOfYear());
+        return;
     case Code::Year2:
-        return twoDigits(date.year() % 100);
+        return appendTwoDigits(out, date.year() % 100);
     case Code::Year4:
-        return QString::number(date.year());
+        out += QString::number(date.year());
+        return;
     case Code::Hour:
-        return QString::number(hour);
+        out += QString::number(hour);
+        return;
     case Code::Hour2:
-        return twoDigits(hour);
+        return appendTwoDigits(out, hour);
     case Code::Minute:
-        return QString::number(time.minute());
+        out += QString::number(time.minute());
+        return;
     case Code::Minute2:
-        return twoDigits(time.minute());
+        return appendTwoDigits(out, time.minute());
     case Code::Second:
-        return QString::number(time.second());
+        out += QString::number(time.second());
+        return;
     case Code::Second2:
-        return twoDigits(time.second());
+        return appendTwoDigits(out, time.second());
     case Code::TimeOfMachine:
-        return machineTime(time);
+        out += machineTime(time);
+        return;
     case Code::General:
-        return generalDate(value);
+        out += generalDate(value);
+        return;
     case Code::AmPmWord:
-        return time.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM");
+        out += time.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM");
+        return;
     case Code::AmPm:
-        return halfDay(token, time.hour(), 2);
+        out += halfDay(token, time.hour(), 2);
+        return;
     case Code::AP:
-        return halfDay(token, time.hour(), 1);
+        out += halfDay(token, time.hour(), 1);
+        return;
     }
-    return {};
 }
 
-QString formatDateTokens(QList<Token> tokens, const QDateTime& value)
+// The tokens of a date pattern with its minutes told from months. Listings format every row with
+// the same few patterns, so each thread keeps the patterns it has read.
+const QList<Token>& dateTokens(const QString& pattern)
 {
-    resolveMinutes(tokens);
+    constexpr qsizetype keptPatterns = 64;
+    thread_local QHash<QString, QList<Token>> kept;
+    auto found = kept.constFind(pattern);
+    if (found == kept.constEnd()) {
+        if (kept.size() >= keptPatterns)
+            kept.clear();
+        QList<Token> tokens = tokenizeDate(pattern);
+        resolveMinutes(tokens);
+        found = kept.insert(pattern, tokens);
+    }
+    return *found;
+}
+
+QString formatDateTokens(const QList<Token>& tokens, const QDateTime& value)
+{
     const bool twelveHour = std::any_of(tokens.begin(), tokens.end(), [](const Token& t) {
         return t.code == Code::AmPmWord || t.code == Code::AmPm || t.code == Code::AP;
     });
     QString out;
+    out.reserve(32);
     for (const Token& token : tokens)
-        out += renderDateCode(token, value, twelveHour);
+        appendDateCode(out, token, value, twelveHour);
     return out;
 }
 
@@ -423,9 +471,9 @@ QString formatNumber(double value, const QString& pattern, int significant)
         return printedNumber(value, significant);
     const QStringList sections = splitSections(pattern);
     const NumberLayout first = parseNumberSection(sections.front());
-    const QList<Token> dateTokens = tokenizeDate(pattern);
-    if (first.wholeCount + first.fractionCount == 0 && hasDateCode(dateTokens))
-        return formatSerial(value, dateTokens, significant);
+    const QList<Token>& tokens = dateTokens(pattern);
+    if (first.wholeCount + first.fractionCount == 0 && hasDateCode(tokens))
+        return formatSerial(value, tokens, significant);
     const QString negative = sections.value(1);
     const QString zero = sections.value(2);
     if (value < 0 && !negative.isEmpty())
@@ -442,7 +490,7 @@ QString format(const QDateTime& value, const QString& pattern)
 {
     if (!value.isValid())
         return {};
-    return formatDateTokens(tokenizeDate(pattern.isEmpty() ? QStringLiteral("c") : pattern), value);
+    return formatDateTokens(dateTokens(pattern.isEmpty() ? QStringLiteral("c") : pattern), value);
 }
 
 QString format(const QDate& value, const QString& pattern)

@@ -189,6 +189,9 @@ QString printed(double value, int significant)
         return QString::number(value);
     if (value == 0)
         return QStringLiteral("0");
+    // A whole number with no more digits than are printed reads as it is: counts, minutes, days.
+    if (std::fabs(value) < std::pow(10.0, significant) && std::trunc(value) == value)
+        return QString::number(qint64(value));
     const auto [digits, exponent] = significantDigits(value, significant);
     const qsizetype count = digits.size();
     const QString sign = value < 0 ? QStringLiteral("-") : QString();

@@ -93,6 +93,7 @@ private slots:
     void testBadStatementFailsWithoutThrowing();
     void testQuoteInAValueFailsAsASyntaxError();
     void testNowComesFromTheClock();
+    void testAPatternRunAgainTakesItsNewValuesAndTime();
     void testLockOfAnotherProgramIsWaitedFor();
     void testWaitForALockIsBounded();
     void testNoTransactionOutlivesACall();
@@ -273,6 +274,40 @@ void TestConnection::testNowComesFromTheClock()
     QVERIFY(rs.Open(u"Select * from Rechargeinfo"_s, connection));
     QCOMPARE(rs.value(u"timedate"_s), QVariant(fixed));
     QCOMPARE(rs.value(u"Rechargetime"_s), QVariant(qint64(30)));
+}
+
+void TestConnection::testAPatternRunAgainTakesItsNewValuesAndTime()
+{
+    // The connection keeps the translation of a pattern; each run still binds its own values, reads
+    // the clock afresh and refuses its own bad values.
+    test::StoreTestDatabase store;
+    Connection& connection = store.connection();
+    QDateTime clock(QDate(2024, 2, 29), QTime(13, 45, 30));
+    connection.setClock([&clock] { return clock; });
+    const QString pattern = u"insert into Rechargeinfo (ReChargeType,Rechargetime,Rechargeduser,timedate, "
+                            u"Member,Username) Values ('MANUAL',{},'{}',Now,'NO','{}')"_s;
+    QVERIFY2(connection.Execute(Statement(pattern, {30, u"ABC"_s, u"ABC"_s})), qPrintable(connection.lastError()));
+    clock = clock.addSecs(90);
+    QVERIFY2(connection.Execute(Statement(pattern, {45, u"DEF"_s, u"DEF"_s})), qPrintable(connection.lastError()));
+    QVERIFY(!connection.Execute(Statement(pattern, {60, u"O'NEIL"_s, u"X"_s})));
+    QVERIFY2(connection.lastError().contains(u"yntax error"_s), qPrintable(connection.lastError()));
+    QVERIFY(!connection.Execute(Statement(pattern, {u"sixty"_s, u"GHI"_s, u"GHI"_s})));
+    QCOMPARE(connection.lastError(), u"Syntax error in number in query expression 'sixty'."_s);
+    QVERIFY(!connection.Execute(Statement(pattern, {75, u"JKL"_s})));
+    QVERIFY2(connection.Execute(Statement(pattern, {15, u"MNO"_s, u"MNO"_s})), qPrintable(connection.lastError()));
+
+    Recordset rs;
+    QVERIFY(rs.Open(u"Select * from Rechargeinfo order by Rechargetime"_s, connection));
+    QCOMPARE(rs.RecordCount(), 3L);
+    QCOMPARE(rs.value(u"Rechargeduser"_s), QVariant(u"MNO"_s));
+    QCOMPARE(rs.value(u"timedate"_s), QVariant(clock));
+    QVERIFY(rs.MoveNext());
+    QCOMPARE(rs.value(u"Rechargeduser"_s), QVariant(u"ABC"_s));
+    QCOMPARE(rs.value(u"timedate"_s), QVariant(QDateTime(QDate(2024, 2, 29), QTime(13, 45, 30))));
+    QVERIFY(rs.MoveNext());
+    QCOMPARE(rs.value(u"Rechargeduser"_s), QVariant(u"DEF"_s));
+    QCOMPARE(rs.value(u"Rechargetime"_s), QVariant(qint64(45)));
+    QCOMPARE(rs.value(u"timedate"_s), QVariant(QDateTime(QDate(2024, 2, 29), QTime(13, 47, 0))));
 }
 
 void TestConnection::testLockOfAnotherProgramIsWaitedFor()

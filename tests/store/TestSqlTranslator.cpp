@@ -23,6 +23,18 @@ private:
         return SqlTranslator(options);
     }
 
+    // A translator whose clock counts its readings: the n-th reading is n seconds past midnight of
+    // 1 January 2024.
+    static SqlTranslator countingClockTranslator(int& calls)
+    {
+        TranslatorOptions options;
+        options.clock = [&calls] {
+            ++calls;
+            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
+        };
+        return SqlTranslator(options);
+    }
+
     static TranslationResult translate(const Statement& statement, SqlDialect dialect = SqlDialect::Sqlite)
     {
         return translator().translate(statement, dialect);
@@ -419,12 +431,7 @@ private slots:
     void testNowIsReadOncePerStatement()
     {
         int calls = 0;
-        TranslatorOptions options;
-        options.clock = [&calls] {
-            ++calls;
-            return QDateTime(QDate(2024, 1, 1), QTime(0, 0, calls));
-        };
-        const TranslationResult result = SqlTranslator(options).translate(
+        const TranslationResult result = countingClockTranslator(calls).translate(
             u"select * from Account where Expire < now and LastUsed < Now()"_s, SqlDialect::Sqlite);
         QCOMPARE(calls, 1);
         QCOMPARE(result.values, (QVariantList {u"2024-01-01 00:00:01"_s, u"2024-01-01 00:00:01"_s}));
@@ -433,6 +440,34 @@ private slots:
                      .values.first()
                      .toString()
                      .isEmpty());
+    }
+
+    void testOnePlanServesEveryRunOfAPattern()
+    {
+        int calls = 0;
+        const SqlTranslator translator = countingClockTranslator(calls);
+        const auto plan = translator.plan(
+            u"select * from Account where Username = '{}%' and Time = {} and LastUsed < now"_s, SqlDialect::Sqlite);
+        QCOMPARE(calls, 0);
+        const TranslationResult first = translator.apply(*plan, {u"AB"_s, 60});
+        const TranslationResult second = translator.apply(*plan, {u"CD"_s, 90.5});
+        QVERIFY2(first.ok() && second.ok(), qPrintable(first.error + second.error));
+        QCOMPARE(first.sql, second.sql);
+        QCOMPARE(first.values, (QVariantList {u"AB%"_s, qint64(60), u"2024-01-01 00:00:01"_s}));
+        QCOMPARE(second.values, (QVariantList {u"CD%"_s, 90.5, u"2024-01-01 00:00:02"_s}));
+        // Each run's values are checked for that run: a quote, a word for a number, a value missing.
+        QCOMPARE(
+            translator.apply(*plan, {u"O'N"_s, 60}).error, u"Syntax error in string in query expression 'O'N%'."_s);
+        QCOMPARE(
+            translator.apply(*plan, {u"AB"_s, u"six"_s}).error, u"Syntax error in number in query expression 'six'."_s);
+        QVERIFY(!translator.apply(*plan, {u"AB"_s}).ok());
+        QCOMPARE(translator.apply(*plan, {u"EF"_s, 1}).values.at(0), QVariant(u"EF%"_s));
+        // A pattern the grammar refuses gives its error on every run, after the values' own errors.
+        const auto broken = translator.plan(u"select * from Account where Time = {} and"_s, SqlDialect::Sqlite);
+        QVERIFY(!translator.apply(*broken, {1}).ok());
+        QCOMPARE(translator.apply(*broken, {1}).error,
+            translate(Statement(u"select * from Account where Time = {} and"_s, {1})).error);
+        QCOMPARE(translator.apply(*broken, {u"x"_s}).error, u"Syntax error in number in query expression 'x'."_s);
     }
 
     void testDeepNestingIsRefused()
