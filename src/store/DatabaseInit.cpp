@@ -159,10 +159,14 @@ InitResult DatabaseInit::run() const
     }
     // The new database is made beside its place under another name and renamed into place when
     // complete, so that an interrupted run never leaves a half-made database at the path.
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    const QString building = QFileInfo(path).absolutePath() + QStringLiteral("/.") + QFileInfo(path).fileName()
-        + QStringLiteral(".new-") + QString::number(QCoreApplication::applicationPid());
-    removeDatabase(building);
+    const QFileInfo place(path);
+    QDir().mkpath(place.absolutePath());
+    const QString partial = QStringLiteral(".") + place.fileName() + QStringLiteral(".new-");
+    // What an interrupted run left beside the path goes first.
+    const QDir folder(place.absolutePath());
+    for (const QString& left : folder.entryList({partial + u'*'}, QDir::Files | QDir::Hidden))
+        QFile::remove(folder.filePath(left));
+    const QString building = folder.filePath(partial + QString::number(QCoreApplication::applicationPid()));
     QFile file(building);
     if (!openPrivate(file, QIODevice::WriteOnly))
         return {QStringLiteral("The database '%1' could not be created: %2").arg(path, file.errorString()), {}};
