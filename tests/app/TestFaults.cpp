@@ -222,8 +222,8 @@ private slots:
         QFile::remove(db);
         QCOMPARE(newDatabase(db), QString());
         // Nothing an interrupted run left stays beside the database.
-        QCOMPARE(QDir(m_folder.path()).entryList({QStringLiteral(".init.db*")}, QDir::Files | QDir::Hidden),
-                 QStringList());
+        QCOMPARE(
+            QDir(m_folder.path()).entryList({QStringLiteral(".init.db*")}, QDir::Files | QDir::Hidden), QStringList());
     }
 };
 
