@@ -31,17 +31,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         file.write(reinterpret_cast<const char*>(data), qint64(size));
     }
     marlet::Preferences prefs(folder.path());
-    const QString before = prefs.GetSetting(QStringLiteral("Norvantis"), QStringLiteral("Option"),
-                                            QStringLiteral("STR"), QStringLiteral("NVT"));
-    prefs.SaveSetting(QStringLiteral("Norvantis"), QStringLiteral("Settings"), QStringLiteral("Number"),
-                      QStringLiteral("5\n0=[x]"));
+    const QString before = prefs.GetSetting(
+        QStringLiteral("Norvantis"), QStringLiteral("Option"), QStringLiteral("STR"), QStringLiteral("NVT"));
+    prefs.SaveSetting(
+        QStringLiteral("Norvantis"), QStringLiteral("Settings"), QStringLiteral("Number"), QStringLiteral("5\n0=[x]"));
     require(prefs.GetSetting(QStringLiteral("Norvantis"), QStringLiteral("Settings"), QStringLiteral("Number"), {})
-            == QStringLiteral("5\n0=[x]"));
+        == QStringLiteral("5\n0=[x]"));
     const marlet::Preferences again(folder.path());
     require(again.GetSetting(QStringLiteral("Norvantis"), QStringLiteral("Settings"), QStringLiteral("Number"), {})
-            == QStringLiteral("5\n0=[x]"));
-    require(again.GetSetting(QStringLiteral("Norvantis"), QStringLiteral("Option"), QStringLiteral("STR"),
-                             QStringLiteral("NVT"))
-            == before);
+        == QStringLiteral("5\n0=[x]"));
+    require(again.GetSetting(
+                QStringLiteral("Norvantis"), QStringLiteral("Option"), QStringLiteral("STR"), QStringLiteral("NVT"))
+        == before);
     return 0;
 }

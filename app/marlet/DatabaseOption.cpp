@@ -10,7 +10,8 @@ QString databaseOf(const HostOptions& options)
 {
     QString db = options.value(QStringLiteral("db"), qEnvironmentVariable("MARLET_DB"));
     if (db.isEmpty())
-        db = options.value(QStringLiteral("app-dir"), Component::defaultApplicationFolder()) + QStringLiteral("/cafe.db");
+        db = options.value(QStringLiteral("app-dir"), Component::defaultApplicationFolder())
+            + QStringLiteral("/cafe.db");
     return db;
 }
 

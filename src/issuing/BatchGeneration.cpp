@@ -255,7 +255,12 @@ void BatchGeneration::openGroup()
     m_groupRow = std::make_unique<Recordset>();
     m_group = addTicketGroup(*m_groupRow,
         session.connection(),
-        {QString(), m_number, m_time / 60, cost, values::leadingNumber(cost) * double(m_number), session.general.byWhom()},
+        {QString(),
+            m_number,
+            m_time / 60,
+            cost,
+            values::leadingNumber(cost) * double(m_number),
+            session.general.byWhom()},
         m_host.platform().now())
                   .TicketGrp;
 
@@ -364,11 +369,10 @@ void BatchGeneration::reportStoreFailure()
         return;
     const int stored = m_failedPosition - 1;
     m_host.platform().messageBox(QString(BatchStoppedMessage) + QStringLiteral("the database did not store ticket ")
-                                     + QString::number(m_failedPosition) + QStringLiteral(" (") + m_storeFailure
-                                     + QStringLiteral("). The ") + QString::number(stored)
-                                     + QStringLiteral(" ticket(s) stored before it are kept in Ticket Group ") + m_group
-                                     + u'.',
-                                 MsgStyle::Stop);
+            + QString::number(m_failedPosition) + QStringLiteral(" (") + m_storeFailure + QStringLiteral("). The ")
+            + QString::number(stored) + QStringLiteral(" ticket(s) stored before it are kept in Ticket Group ")
+            + m_group + u'.',
+        MsgStyle::Stop);
 }
 
 void BatchGeneration::closeGroup()

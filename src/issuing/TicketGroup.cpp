@@ -23,12 +23,12 @@ QDateTime groupMoment(const QString& group)
 
 bool groupTaken(Connection& connection, const QString& group)
 {
-    return Recordset::countRows(Statement(QStringLiteral("Select * from TicketInfo where TicketGrp = '{}'"), {group}),
-               connection)
-            > 0
-        || Recordset::countRows(Statement(QStringLiteral("Select * from Account where TicketGrp = '{}'"), {group}),
-               connection)
-            > 0;
+    return Recordset::countRows(
+               Statement(QStringLiteral("Select * from TicketInfo where TicketGrp = '{}'"), {group}), connection)
+        > 0
+        || Recordset::countRows(
+               Statement(QStringLiteral("Select * from Account where TicketGrp = '{}'"), {group}), connection)
+        > 0;
 }
 
 bool isDuplicateGroup(const QString& storeError)
@@ -103,7 +103,8 @@ int reconcileInterruptedGroups(Connection& connection, const QDateTime& now)
         const QString stamp = groups.value(QStringLiteral("TimeGenerated")).toString().mid(started.size());
         groups.setValue(QStringLiteral("Number"), double(made));
         groups.setValue(QStringLiteral("TotalCost"), price * double(made));
-        groups.setValue(QStringLiteral("TimeGenerated"), QString(QStringLiteral("Interrupted at ") + stamp + QStringLiteral(" [RANDOM]")));
+        groups.setValue(QStringLiteral("TimeGenerated"),
+            QString(QStringLiteral("Interrupted at ") + stamp + QStringLiteral(" [RANDOM]")));
         if (groups.Update())
             ++reconciled;
     }
@@ -113,7 +114,8 @@ int reconcileInterruptedGroups(Connection& connection, const QDateTime& now)
 bool writeGroupCompletion(Recordset& row, GroupKind kind, const QVariant& number, const QDateTime& now, GroupEnd end)
 {
     const QString tag = kind == GroupKind::Random ? QStringLiteral(" [RANDOM]") : QStringLiteral(" [CUSTOM]");
-    const QString what = end == GroupEnd::Completed ? QStringLiteral("Completed at ") : QStringLiteral("Interrupted at ");
+    const QString what
+        = end == GroupEnd::Completed ? QStringLiteral("Completed at ") : QStringLiteral("Interrupted at ");
     const bool stamped = row.setValue(QStringLiteral("TimeGenerated"), QString(groupTimeStamp(what, now) + tag));
     return row.setValue(QStringLiteral("Number"), number) && stamped;
 }

@@ -327,8 +327,8 @@ QStringList SqliteEngine::schemaSql(const Schema& schema) const
     }
     for (const IndexDef& index : schema.indexes()) {
         statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
-                          + SqlTranslator::quoteIdentifier(index.name)
-            + QStringLiteral(" ON ") + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
+            + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
+            + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
             + SqlTranslator::quoteIdentifier(index.column) + u')');
     }
     return statements;

@@ -534,28 +534,41 @@ private slots:
     void testABatchTheStoreCutsShortExitsWithTheStoresReason()
     {
         const QString db = path("full.db");
-        QCOMPARE(marlet({QStringLiteral("init"), QStringLiteral("--db"), db, QStringLiteral("--admin-password"),
-                         QStringLiteral("secret")})
+        QCOMPARE(marlet({QStringLiteral("init"),
+                            QStringLiteral("--db"),
+                            db,
+                            QStringLiteral("--admin-password"),
+                            QStringLiteral("secret")})
                      .exitCode,
-                 0);
+            0);
         {
             QSqlDatabase native = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("full"));
             native.setDatabaseName(db);
             QVERIFY(native.open());
             QSqlQuery trigger(native);
-            QVERIFY(trigger.exec(QStringLiteral(
-                "CREATE TRIGGER full BEFORE INSERT ON Account WHEN (SELECT count(*) FROM Account) >= 2 "
-                "BEGIN SELECT RAISE(ABORT, 'database or disk is full'); END")));
+            QVERIFY(trigger.exec(
+                QStringLiteral("CREATE TRIGGER full BEFORE INSERT ON Account WHEN (SELECT count(*) FROM Account) >= 2 "
+                               "BEGIN SELECT RAISE(ABORT, 'database or disk is full'); END")));
         }
         QSqlDatabase::removeDatabase(QStringLiteral("full"));
-        const Run run = marlet({QStringLiteral("generate"), QStringLiteral("--db"), db, QStringLiteral("--password"),
-                                QStringLiteral("secret"), QStringLiteral("--number"), QStringLiteral("4"),
-                                QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes"),
-                                QStringLiteral("--prefs"), path("prefs"), QStringLiteral("--app-dir"), path("app")});
+        const Run run = marlet({QStringLiteral("generate"),
+            QStringLiteral("--db"),
+            db,
+            QStringLiteral("--password"),
+            QStringLiteral("secret"),
+            QStringLiteral("--number"),
+            QStringLiteral("4"),
+            QStringLiteral("--hours"),
+            QStringLiteral("1"),
+            QStringLiteral("--yes"),
+            QStringLiteral("--prefs"),
+            path("prefs"),
+            QStringLiteral("--app-dir"),
+            path("app")});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.err.contains(QStringLiteral("Ticket generation stopped: the database did not store ticket 3 "
                                                  "(database or disk is full). The 2 ticket(s) stored before it")),
-                 qPrintable(run.err));
+            qPrintable(run.err));
         QVERIFY2(!run.out.contains(QStringLiteral("Completed Successfully")), qPrintable(run.out));
         QCOMPARE(run.out.count(QStringLiteral("60min(s)")), 2);
     }
@@ -563,15 +576,27 @@ private slots:
     void testTwoBatchesStartedTogetherGetAGroupEach()
     {
         const QString db = path("two.db");
-        QCOMPARE(marlet({QStringLiteral("init"), QStringLiteral("--db"), db, QStringLiteral("--admin-password"),
-                         QStringLiteral("secret")})
+        QCOMPARE(marlet({QStringLiteral("init"),
+                            QStringLiteral("--db"),
+                            db,
+                            QStringLiteral("--admin-password"),
+                            QStringLiteral("secret")})
                      .exitCode,
-                 0);
-        const QStringList arguments = {QStringLiteral("generate"), QStringLiteral("--db"), db,
-                                       QStringLiteral("--password"), QStringLiteral("secret"),
-                                       QStringLiteral("--number"), QStringLiteral("6"), QStringLiteral("--hours"),
-                                       QStringLiteral("1"), QStringLiteral("--yes"), QStringLiteral("--prefs"),
-                                       path("prefs"), QStringLiteral("--app-dir"), path("app")};
+            0);
+        const QStringList arguments = {QStringLiteral("generate"),
+            QStringLiteral("--db"),
+            db,
+            QStringLiteral("--password"),
+            QStringLiteral("secret"),
+            QStringLiteral("--number"),
+            QStringLiteral("6"),
+            QStringLiteral("--hours"),
+            QStringLiteral("1"),
+            QStringLiteral("--yes"),
+            QStringLiteral("--prefs"),
+            path("prefs"),
+            QStringLiteral("--app-dir"),
+            path("app")};
         QProcess first;
         QProcess second;
         for (QProcess* process : {&first, &second}) {
@@ -587,7 +612,7 @@ private slots:
         QVERIFY(native.open());
         QSqlQuery groups(QStringLiteral("SELECT TicketGrp, Number, (SELECT count(*) FROM Account a WHERE "
                                         "a.TicketGrp = t.TicketGrp) FROM TicketInfo t"),
-                         native);
+            native);
         int found = 0;
         while (groups.next()) {
             ++found;

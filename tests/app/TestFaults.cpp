@@ -40,15 +40,18 @@ private:
             process.start(QStringLiteral(MARLET_BINARY), arguments);
         } else {
             process.start(QStringLiteral("setpriv"),
-                QStringList {QStringLiteral("--reuid=") + asUser, QStringLiteral("--regid=") + asUser,
-                             QStringLiteral("--clear-groups"), QStringLiteral(MARLET_BINARY)}
+                QStringList {QStringLiteral("--reuid=") + asUser,
+                    QStringLiteral("--regid=") + asUser,
+                    QStringLiteral("--clear-groups"),
+                    QStringLiteral(MARLET_BINARY)}
                     + arguments);
         }
         process.closeWriteChannel();
         if (!process.waitForFinished(120000))
             process.kill();
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        return {process.exitCode(),
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
     }
 
     // One value from the database, read by SQLite itself.
@@ -70,18 +73,31 @@ private:
 
     QStringList batch(const QString& db, int number) const
     {
-        return {QStringLiteral("generate"), QStringLiteral("--db"), db, QStringLiteral("--password"),
-                QStringLiteral("secret"), QStringLiteral("--number"), QString::number(number),
-                QStringLiteral("--hours"), QStringLiteral("1"), QStringLiteral("--yes"), QStringLiteral("--prefs"),
-                m_others.filePath(QStringLiteral("prefs")), QStringLiteral("--app-dir"),
-                m_others.filePath(QStringLiteral("app"))};
+        return {QStringLiteral("generate"),
+            QStringLiteral("--db"),
+            db,
+            QStringLiteral("--password"),
+            QStringLiteral("secret"),
+            QStringLiteral("--number"),
+            QString::number(number),
+            QStringLiteral("--hours"),
+            QStringLiteral("1"),
+            QStringLiteral("--yes"),
+            QStringLiteral("--prefs"),
+            m_others.filePath(QStringLiteral("prefs")),
+            QStringLiteral("--app-dir"),
+            m_others.filePath(QStringLiteral("app"))};
     }
 
     QString newDatabase(const QString& path) const
     {
-        const Run init = marlet({QStringLiteral("init"), QStringLiteral("--db"), path, QStringLiteral("--admin-password"),
-                                 QStringLiteral("secret"), QStringLiteral("--app-dir"),
-                                 m_others.filePath(QStringLiteral("app"))});
+        const Run init = marlet({QStringLiteral("init"),
+            QStringLiteral("--db"),
+            path,
+            QStringLiteral("--admin-password"),
+            QStringLiteral("secret"),
+            QStringLiteral("--app-dir"),
+            m_others.filePath(QStringLiteral("app"))});
         return init.exitCode == 0 ? QString() : init.err;
     }
 
@@ -127,12 +143,16 @@ private slots:
         QVERIFY(QDir().mkpath(disk));
         QProcess mount;
         mount.start(QStringLiteral("mount"),
-                    {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"), QStringLiteral("size=640k"),
-                     QStringLiteral("tmpfs"), disk});
+            {QStringLiteral("-t"),
+                QStringLiteral("tmpfs"),
+                QStringLiteral("-o"),
+                QStringLiteral("size=640k"),
+                QStringLiteral("tmpfs"),
+                disk});
         QVERIFY(mount.waitForFinished());
         if (mount.exitCode() != 0)
             QSKIP(qPrintable(QStringLiteral("no small disk can be mounted here: ")
-                             + QString::fromLocal8Bit(mount.readAllStandardError())));
+                + QString::fromLocal8Bit(mount.readAllStandardError())));
         const QString db = disk + QStringLiteral("/cafe.db");
         const QString created = newDatabase(db);
         const Run run = created.isEmpty() ? marlet(batch(db, 400)) : Run {};
@@ -143,7 +163,7 @@ private slots:
         QCOMPARE(created, QString());
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.err.contains(QStringLiteral("Ticket generation stopped: the database did not store ticket")),
-                 qPrintable(run.err));
+            qPrintable(run.err));
         QVERIFY2(run.err.contains(QStringLiteral("full")), qPrintable(run.err));
         QCOMPARE(integrity, QStringLiteral("ok"));
         QVERIFY2(stored.toInt() > 0 && stored.toInt() < 400, qPrintable(stored));
@@ -163,7 +183,8 @@ private slots:
         // Another program takes the write lock for longer than one wait of the store.
         QProcess holder;
         holder.start(QStringLiteral("sqlite3"), {db});
-        holder.write(".timeout 10000\nBEGIN EXCLUSIVE;\nINSERT INTO SysUsage (SystemUsage) VALUES ('held');\n.shell sleep 7\nCOMMIT;\n");
+        holder.write(".timeout 10000\nBEGIN EXCLUSIVE;\nINSERT INTO SysUsage (SystemUsage) VALUES ('held');\n.shell "
+                     "sleep 7\nCOMMIT;\n");
         holder.closeWriteChannel();
         QVERIFY(holder.waitForFinished(30000));
         QVERIFY(batchRun.waitForFinished(120000));
@@ -173,8 +194,8 @@ private slots:
         QCOMPARE(value(db, QStringLiteral("SELECT count(*) FROM Account")), QStringLiteral("60"));
         QCOMPARE(value(db, QStringLiteral("SELECT Number FROM TicketInfo")), QStringLiteral("61"));
         QCOMPARE(value(db, QStringLiteral("SELECT TotGenerated FROM Register")), QStringLiteral("61"));
-        QCOMPARE(value(db, QStringLiteral("SELECT count(*) FROM SysUsage WHERE SystemUsage = 'held'")),
-                 QStringLiteral("1"));
+        QCOMPARE(
+            value(db, QStringLiteral("SELECT count(*) FROM SysUsage WHERE SystemUsage = 'held'")), QStringLiteral("1"));
     }
 
     void testABatchKilledHalfWayLeavesASoundDatabase()
@@ -191,7 +212,8 @@ private slots:
         QCOMPARE(value(db, QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
         const int stored = value(db, QStringLiteral("SELECT count(*) FROM Account")).toInt();
         QVERIFY2(stored > 0 && stored < 200, qPrintable(QString::number(stored)));
-        QCOMPARE(value(db, QStringLiteral("SELECT TimeGenerated FROM TicketInfo")).left(11), QStringLiteral("Started at "));
+        QCOMPARE(
+            value(db, QStringLiteral("SELECT TimeGenerated FROM TicketInfo")).left(11), QStringLiteral("Started at "));
         // The next batch runs in a group of its own.
         const Run again = marlet(batch(db, 2));
         QCOMPARE(again.exitCode, 0);
@@ -207,8 +229,13 @@ private slots:
             QProcess init;
             init.setProcessEnvironment(environment());
             init.start(QStringLiteral(MARLET_BINARY),
-                       {QStringLiteral("init"), QStringLiteral("--db"), db, QStringLiteral("--admin-password"),
-                        QStringLiteral("secret"), QStringLiteral("--app-dir"), m_others.filePath(QStringLiteral("app"))});
+                {QStringLiteral("init"),
+                    QStringLiteral("--db"),
+                    db,
+                    QStringLiteral("--admin-password"),
+                    QStringLiteral("secret"),
+                    QStringLiteral("--app-dir"),
+                    m_others.filePath(QStringLiteral("app"))});
             QVERIFY(init.waitForStarted());
             QTest::qWait(pause);
             init.kill();

@@ -96,7 +96,7 @@ void TestBatchStoreFailure::testARefusedTicketStopsTheBatchAndKeepsWhatWasStored
     QCOMPARE(m_cafe->control("PrintList").grid().rows(), 4);
     QCOMPARE(one(QStringLiteral("select Number from TicketInfo")), QStringLiteral("3"));
     QCOMPARE(one(QStringLiteral("select TimeGenerated from TicketInfo")),
-             QStringLiteral("Interrupted at 10:00, 21/11/26 [RANDOM]"));
+        QStringLiteral("Interrupted at 10:00, 21/11/26 [RANDOM]"));
     QCOMPARE(one(QStringLiteral("select numbers from Activated")), QStringLiteral("3"));
     QCOMPARE(one(QStringLiteral("select TotGenerated from Register")), QStringLiteral("3"));
 }
@@ -106,10 +106,10 @@ void TestBatchStoreFailure::testARefusalThatPassesIsTriedOnceMore()
     // The store refuses the fourth ticket once, as a lock held a moment too long would.
     QVERIFY(m_cafe->database.connection().executeNative(QStringLiteral("CREATE TABLE Refused (n INTEGER)")));
     // A failing statement keeps what its trigger did before the failure: the refusal is noted.
-    QVERIFY(m_cafe->database.connection().executeNative(QStringLiteral(
-        "CREATE TRIGGER refuse BEFORE INSERT ON Account WHEN (SELECT count(*) FROM Account) = 3 "
-        "AND (SELECT count(*) FROM Refused) = 0 "
-        "BEGIN INSERT INTO Refused VALUES (1); SELECT RAISE(FAIL, 'database is locked'); END")));
+    QVERIFY(m_cafe->database.connection().executeNative(
+        QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON Account WHEN (SELECT count(*) FROM Account) = 3 "
+                       "AND (SELECT count(*) FROM Refused) = 0 "
+                       "BEGIN INSERT INTO Refused VALUES (1); SELECT RAISE(FAIL, 'database is locked'); END")));
     generateFive();
     m_cafe->platform.expectMessage(QStringLiteral("Ticket Generation Completed Successfully!"), MsgStyle::Info);
     Operator::click(m_cafe->control("cmdGenerate"));
@@ -150,7 +150,7 @@ void TestBatchStoreFailure::testOpeningTheScreenReconcilesAKilledBatch()
     QCOMPARE(one(QStringLiteral("select Number from TicketInfo")), QStringLiteral("2"));
     QCOMPARE(one(QStringLiteral("select TotalCost from TicketInfo")), QStringLiteral("100"));
     QCOMPARE(one(QStringLiteral("select TimeGenerated from TicketInfo")),
-             QStringLiteral("Interrupted at 18:00, 20/11/26 [RANDOM]"));
+        QStringLiteral("Interrupted at 18:00, 20/11/26 [RANDOM]"));
 }
 
 } // namespace marlet

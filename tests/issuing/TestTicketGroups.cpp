@@ -77,19 +77,19 @@ void TestTicketGroups::testASecondGroupInTheSameSecondTakesTheNext()
     Recordset third;
     addTicketGroup(first, m_database->connection(), batchOfFive(), tenOClock);
     QCOMPARE(addTicketGroup(second, m_database->connection(), batchOfFive(), tenOClock).TicketGrp,
-             QStringLiteral("261121100001"));
+        QStringLiteral("261121100001"));
     QCOMPARE(addTicketGroup(third, m_database->connection(), batchOfFive(), tenOClock).TicketGrp,
-             QStringLiteral("261121100002"));
+        QStringLiteral("261121100002"));
     QCOMPARE(groups(), QStringLiteral("261121100000 261121100001 261121100002"));
 }
 
 void TestTicketGroups::testTicketsOfAGroupWithoutItsRowKeepTheSecondTaken()
 {
-    QVERIFY(m_database->connection().Execute(
-        QStringLiteral("INSERT INTO Account (Username,Password,TicketGrp) Values ('NVT1234567','123','261121100000')")));
+    QVERIFY(m_database->connection().Execute(QStringLiteral(
+        "INSERT INTO Account (Username,Password,TicketGrp) Values ('NVT1234567','123','261121100000')")));
     Recordset row;
     QCOMPARE(addTicketGroup(row, m_database->connection(), batchOfFive(), tenOClock).TicketGrp,
-             QStringLiteral("261121100001"));
+        QStringLiteral("261121100001"));
 }
 
 void TestTicketGroups::testAGroupAddedAtTheVeryMomentMovesOn()
@@ -125,9 +125,9 @@ void TestTicketGroups::startedBatch(const QDateTime& start, int made)
     values.TotalCost = 500;
     const QString group = addTicketGroup(row, m_database->connection(), values, start).TicketGrp;
     for (int ticket = 1; ticket <= made; ++ticket) {
-        QVERIFY(m_database->connection().Execute(
-            Statement(QStringLiteral("INSERT INTO Account (Username,Password,TicketGrp) Values ('NVT000000{}','1','{}')"),
-                      {QString::number(ticket), group})));
+        QVERIFY(m_database->connection().Execute(Statement(
+            QStringLiteral("INSERT INTO Account (Username,Password,TicketGrp) Values ('NVT000000{}','1','{}')"),
+            {QString::number(ticket), group})));
     }
 }
 

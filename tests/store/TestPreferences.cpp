@@ -226,7 +226,7 @@ void TestPreferences::testALockHeldElsewhereEndsTheWaitWithAReason()
     waited.start();
     prefs.SaveSetting(u"Norvantis"_s, u"Settings"_s, u"Number"_s, u"10"_s);
     QVERIFY2(prefs.lastError().startsWith(u"The preference file '%1' is locked by another program ("_s.arg(path)),
-             qPrintable(prefs.lastError()));
+        qPrintable(prefs.lastError()));
     QVERIFY(prefs.lastError().endsWith(u"); Number was not saved to it."_s));
     QVERIFY(!QFile::exists(path));
     QCOMPARE(prefs.GetSetting(u"Norvantis"_s, u"Settings"_s, u"Number"_s, QString()), u"10"_s);
