@@ -142,21 +142,21 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
 int run(int& argc, char** argv, const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
     const QString command = arguments.first();
-    const CommandSpec* spec = findCommand(command);
-    if (!spec) {
+    const CommandSpec* known = findCommand(command);
+    if (!known) {
         err << "marlet: unknown command " << command << "; `marlet --help` lists the commands" << Qt::endl;
         return 2;
     }
     HostOptions options;
-    if (!options.parse(arguments.mid(1), *spec)) {
+    if (!options.parse(arguments.mid(1), *known)) {
         err << "marlet " << command << ": " << options.error() << Qt::endl;
         return 2;
     }
     if (options.helpRequested()) {
-        printCommandHelp(*spec, out);
+        printCommandHelp(*known, out);
         return 0;
     }
-    if (spec->positional.isEmpty() && !options.positional().isEmpty()) {
+    if (known->positional.isEmpty() && !options.positional().isEmpty()) {
         err << "marlet " << command << ": unexpected word \"" << options.positional().first()
             << "\"; options start with --, and `marlet " << command << " --help` lists them" << Qt::endl;
         return 2;
