@@ -50,7 +50,10 @@ private:
     // Another database beside the shared one, with the same ADMINISTRATOR password.
     static bool initDatabase(const QString& db)
     {
-        return marlet({QStringLiteral("init"), QStringLiteral("--db"), db, QStringLiteral("--admin-password"),
+        return marlet({QStringLiteral("init"),
+                          QStringLiteral("--db"),
+                          db,
+                          QStringLiteral("--admin-password"),
                           QStringLiteral("secret")})
                    .exitCode
             == 0;
