@@ -160,6 +160,13 @@ std::optional<ColumnType> SqliteEngine::typeFromName(const char* declared)
 
 bool SqliteEngine::fail()
 {
+    const int code = sqlite3_errcode(m_handle) & 0xff;
+    if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) {
+        m_damage = QStringLiteral("The database is damaged (%1). Nothing more is read from it or written to it; "
+                                  "restore it from a backup.")
+                       .arg(utf8(sqlite3_errmsg(m_handle)));
+        return fail(m_damage);
+    }
     return fail(utf8(sqlite3_errmsg(m_handle)));
 }
 
@@ -171,6 +178,11 @@ bool SqliteEngine::fail(const QString& message)
 
 sqlite3_stmt* SqliteEngine::prepare(const QString& sql, const QVariantList& values)
 {
+    // What a damaged file returns cannot be trusted, and writing to it can spread the damage.
+    if (!m_damage.isEmpty()) {
+        fail(m_damage);
+        return nullptr;
+    }
     sqlite3_stmt* statement = m_statements.value(sql);
     if (!statement) {
         const QByteArray text = sql.toUtf8();

@@ -64,6 +64,8 @@ private:
     // The texts bound to the statement that runs now (bound without a copy).
     std::vector<QByteArray> m_boundTexts;
     QString m_error;
+    // Set at the first report of a damaged file; from then on every statement is refused with it.
+    QString m_damage;
 };
 
 } // namespace marlet

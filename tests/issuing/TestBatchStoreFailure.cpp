@@ -32,6 +32,7 @@ private slots:
     void testARefusalThatPassesIsTriedOnceMore();
     void testABatchOfNoStoredTicketCountsNothing();
     void testOpeningTheScreenReconcilesAKilledBatch();
+    void testADamagedDatabaseStopsTheBatchAtItsFirstError();
 
 private:
     // Refuses every insert into Account once the table holds `limit` rows.
@@ -52,7 +53,8 @@ void TestBatchStoreFailure::init()
 
 void TestBatchStoreFailure::cleanup()
 {
-    QCOMPARE(m_cafe->finish(), QStringList());
+    const QStringList failures = m_cafe->finish();
+    QCOMPARE(failures.join(u'\n'), QString());
     m_cafe.reset();
 }
 
@@ -151,6 +153,32 @@ void TestBatchStoreFailure::testOpeningTheScreenReconcilesAKilledBatch()
     QCOMPARE(one(QStringLiteral("select TotalCost from TicketInfo")), QStringLiteral("100"));
     QCOMPARE(one(QStringLiteral("select TimeGenerated from TicketInfo")),
         QStringLiteral("Interrupted at 18:00, 20/11/26 [RANDOM]"));
+}
+
+void TestBatchStoreFailure::testADamagedDatabaseStopsTheBatchAtItsFirstError()
+{
+    Connection& connection = m_cafe->session().connection();
+    connection.Close();
+    m_cafe->database.connection().Close();
+    QVERIFY(test::damageTable(m_cafe->database.path(), "account"));
+    QVERIFY(connection.Open(m_cafe->database.connectionString()));
+    generateFive();
+    m_cafe->platform.expectMessage(
+        QStringLiteral("Ticket generation stopped: the database did not store ticket 1 (The database is damaged "
+                       "(database disk image is malformed). Nothing more is read from it or written to it; restore "
+                       "it from a backup.). The 0 ticket(s) stored before it are kept in Ticket Group 261121100000."),
+        MsgStyle::Stop);
+    Operator::click(m_cafe->control("cmdGenerate"));
+    QCOMPARE(m_cafe->platform.pendingMessages(), 0);
+    // Nothing old is listed as new. The program log's line went in before the damage showed; after
+    // it nothing was written: no group, no activation, no count.
+    QCOMPARE(m_cafe->control("PrintList").grid().rows(), 1);
+    connection.Close();
+    QVERIFY(m_cafe->database.connection().Open(m_cafe->database.connectionString()));
+    QCOMPARE(one(QStringLiteral("select SystemUsage from SysUsage")), QStringLiteral("Ticket(s) Generated"));
+    QCOMPARE(one(QStringLiteral("select count(*) from TicketInfo")), QStringLiteral("0"));
+    QCOMPARE(one(QStringLiteral("select count(*) from Activated")), QStringLiteral("0"));
+    QCOMPARE(one(QStringLiteral("select TotGenerated from Register")), QStringLiteral("0"));
 }
 
 } // namespace marlet

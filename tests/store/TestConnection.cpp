@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
 
 #include <sqlite3.h>
@@ -100,6 +101,7 @@ private slots:
     void testMultiTableDeleteRemovesTheTicketAndItsMember();
     void testDeleteFromAConditionIsRefused();
     void testTwoConnectionsAtOnce();
+    void testADamagedFileIsNeitherReadNorWrittenAfterItsFirstError();
 };
 
 void TestConnection::testConnectionStrings_data()
@@ -402,6 +404,33 @@ void TestConnection::testTwoConnectionsAtOnce()
     QCOMPARE(countRows(other, u"Select * from Capt"_s), 1L);
     other.Close();
     QCOMPARE(countRows(store.connection(), u"Select * from Capt"_s), 1L);
+}
+
+void TestConnection::testADamagedFileIsNeitherReadNorWrittenAfterItsFirstError()
+{
+    test::StoreTestDatabase store;
+    for (int i = 0; i < 300; ++i)
+        addTicket(store.connection(), u"NAME%1"_s.arg(i), false, u"261121100000"_s);
+    store.connection().Close();
+    QVERIFY(test::damageTable(store.path(), "account"));
+    const QByteArray damaged = test::fileDigest(store.path());
+
+    Connection connection;
+    QVERIFY2(connection.Open(store.connectionString()), qPrintable(connection.lastError()));
+    // Tables on sound pages work until the damage shows.
+    QCOMPARE(countRows(connection, u"Select * from Users"_s), 1L);
+    const QString damage = u"The database is damaged (database disk image is malformed). Nothing more is read from "
+                           u"it or written to it; restore it from a backup."_s;
+    QCOMPARE(countRows(connection, u"Select * from Account where Username = 'NAME7'"_s), -1L);
+    QVERIFY(!connection.Execute(u"INSERT INTO Capt (Caption) Values ('AFTER')"_s));
+    QCOMPARE(connection.lastError(), damage);
+    Recordset users;
+    QVERIFY(!users.Open(u"Select * from Users"_s, connection));
+    QCOMPARE(users.lastError(), damage);
+    QVERIFY(!connection.Execute(u"DELETE FROM Capt"_s));
+    connection.Close();
+    QCOMPARE(test::fileDigest(store.path()), damaged);
+    QVERIFY(!QFile::exists(store.path() + u"-wal"_s) || QFileInfo(store.path() + u"-wal"_s).size() == 0);
 }
 
 QTEST_GUILESS_MAIN(TestConnection)

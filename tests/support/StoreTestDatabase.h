@@ -4,9 +4,13 @@
 #include "store/DatabaseInit.h"
 #include "store/Recordset.h"
 
+#include <QCryptographicHash>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+
+#include <sqlite3.h>
 
 namespace marlet::test {
 
@@ -50,6 +54,45 @@ inline QStringList queryRows(Connection& connection, const QString& statement)
         found << cells.join(QStringLiteral(" | "));
     }
     return found;
+}
+
+// The digest of a file's bytes, to show that nothing wrote to it.
+inline QByteArray fileDigest(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+}
+
+// Damages the first page of a table in a closed SQLite file, as a failing disk would: the other
+// tables stay readable, and SQLite reports the file as malformed at the first read of this one.
+inline bool damageTable(const QString& path, const char* table)
+{
+    sqlite3* db = nullptr;
+    sqlite3_stmt* query = nullptr;
+    int page = 0;
+    int pageSize = 0;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK
+        && sqlite3_prepare_v2(db,
+               "SELECT rootpage, (SELECT page_size FROM pragma_page_size) FROM sqlite_schema WHERE name = ?",
+               -1,
+               &query,
+               nullptr)
+            == SQLITE_OK) {
+        sqlite3_bind_text(query, 1, table, -1, SQLITE_STATIC);
+        if (sqlite3_step(query) == SQLITE_ROW) {
+            page = sqlite3_column_int(query, 0);
+            pageSize = sqlite3_column_int(query, 1);
+        }
+    }
+    sqlite3_finalize(query);
+    sqlite3_close(db);
+    QFile file(path);
+    if (page < 2 || !file.open(QIODevice::ReadWrite) || !file.seek(qint64(page - 1) * pageSize))
+        return false;
+    // No b-tree page starts with this byte.
+    return file.write(QByteArray(16, char(0xA5))) == 16;
 }
 
 } // namespace marlet::test
