@@ -7,7 +7,8 @@ if(MARLET_WERROR)
     target_compile_options(marlet_settings INTERFACE -Werror)
 endif()
 if(MARLET_SANITIZE)
-    target_compile_options(marlet_settings INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer)
+    target_compile_options(marlet_settings INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(marlet_settings INTERFACE -fsanitize=address,undefined)
 endif()
 target_compile_definitions(marlet_settings INTERFACE
