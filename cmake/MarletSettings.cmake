@@ -10,6 +10,8 @@ if(MARLET_SANITIZE)
     target_compile_options(marlet_settings INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(marlet_settings INTERFACE -fsanitize=address,undefined)
+    # For programs in C that load the library: the sanitizers' runtime must come first.
+    set(marlet_sanitizer_link_flag -fsanitize=address,undefined)
 endif()
 target_compile_definitions(marlet_settings INTERFACE
     QT_NO_CAST_FROM_ASCII

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace marlet {
@@ -141,7 +142,7 @@ public:
 
     // Pop-up menus, file and colour dialogs: answers in order, nullopt for a dismissed one.
     void expectMenu(ExpectedMenu expected);
-    void expectMenu(const std::optional<QString>& item) { expectMenu(ExpectedMenu {item, {}}); }
+    void expectMenu(std::optional<QString> item) { expectMenu(ExpectedMenu {std::move(item), {}}); }
     const QStringList& menusShown() const { return m_menusShown; }
     void expectFileDialog(const std::optional<QString>& answer, const QString& origin = {});
     const std::vector<FileDialogRequest>& fileDialogs() const { return m_fileDialogs; }

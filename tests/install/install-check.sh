@@ -2,9 +2,10 @@
 # Installs the build into a fresh prefix and uses it as a host program's author would: the C
 # test program is compiled against the installed header and pkg-config file, linked with the
 # installed libmarlet.so, and run on a database the installed marlet made.
-#   install-check.sh BUILD_DIR LIBDIR CAPI_SOURCE C_COMPILER
+#   install-check.sh BUILD_DIR LIBDIR CAPI_SOURCE C_COMPILER [LINK_FLAG]
+# LINK_FLAG links the program to the sanitizers' runtime when the library was built with them.
 set -eu
-build=$1 libdir=$2 source=$3 cc=$4
+build=$1 libdir=$2 source=$3 cc=$4 link_flag=${5:-}
 prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
 cmake --install "$build" --prefix "$prefix" >/dev/null
@@ -27,7 +28,7 @@ fi
 export PKG_CONFIG_PATH="$prefix/$libdir/pkgconfig"
 # shellcheck disable=SC2046
 "$cc" -std=c11 -Wall -Wextra -Werror $(pkg-config --cflags marlet) "$source" $(pkg-config --libs marlet) \
-    -o "$prefix/capi_test"
+    $link_flag -o "$prefix/capi_test"
 mkdir "$prefix/work"
 "$prefix/bin/marlet" init --db "$prefix/work/cafe.db" --admin-password ADMIN --app-dir "$prefix/work" >/dev/null
 LD_LIBRARY_PATH="$prefix/$libdir" "$prefix/capi_test" "$prefix/work/cafe.db" "$prefix/work" </dev/null
