@@ -170,8 +170,8 @@ public:
     void openForApply(const QString& path)
     {
         m_db = std::make_unique<PlainDatabase>(path);
-        m_update = std::make_unique<PlainStatement>(
-            *m_db, "UPDATE \"Options\" SET \"TicketIniName\" = ?, \"Currency\" = ?");
+        m_update
+            = std::make_unique<PlainStatement>(*m_db, "UPDATE \"Options\" SET \"TicketIniName\" = ?, \"Currency\" = ?");
     }
 
     void apply(const char* currency)
