@@ -22,6 +22,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <random>
@@ -34,6 +35,8 @@ using namespace marlet::bench;
 namespace {
 
 constexpr int BatchSize = 999;
+// The plain program's group number; Marlet's comes from the clock.
+const QString PlainGroup = QStringLiteral("240320100001");
 const QDateTime Now(QDate(2024, 3, 20), QTime(10, 0));
 
 QString translated(Connection& connection, const QString& pattern, const QVariantList& values = {})
@@ -94,8 +97,8 @@ Figure stage(GenAcc& screen, ScriptedPlatform& platform, const QString& group)
 
 // ---- the plain program ---------------------------------------------------------------------------
 
-// Random text as the generate screen draws it: codes 0 to 254, of which only digits 2-9 and the
-// letters without I and O are kept.
+// Random text as the generate screen draws it with the default PassGenType of 1: codes 0 to 254,
+// of which only the digits are kept.
 class PlainRandom
 {
 public:
@@ -104,7 +107,7 @@ public:
         std::string drawn;
         while (int(drawn.size()) < length) {
             const int code = int(std::floor(m_uniform(m_engine) * 255));
-            if ((code >= '2' && code <= '9') || (code >= 'A' && code <= 'Z' && code != 'I' && code != 'O'))
+            if (code >= '0' && code <= '9')
                 drawn += char(code);
         }
         return drawn;
@@ -329,6 +332,53 @@ void checkBatch(const Database& data, const GenAcc& screen, const QString& group
         fail(QStringLiteral("the last grid line is \"%1\"").arg(last));
 }
 
+// A grid line with its random user name and its group number put as placeholders; the name must
+// be the prefix and seven digits.
+QString lineShape(const QString& line, const QString& group)
+{
+    QStringList cells = line.split(u'\t');
+    if (cells.size() < 7)
+        return line;
+    const QString& name = cells[1];
+    const bool digits = std::all_of(
+        name.begin() + std::min<qsizetype>(3, name.size()), name.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    cells[1] = name.size() == 10 && name.startsWith(QLatin1String("NVT")) && digits ? QStringLiteral("<name>") : name;
+    if (cells[4] == group)
+        cells[4] = QStringLiteral("<group>");
+    return cells.mid(0, 7).join(u'\t');
+}
+
+// The scratch table as text, row by row: each value with its stored type.
+std::vector<std::string> scratchRows(const QString& path)
+{
+    PlainDatabase db(path);
+    PlainStatement rows(db, "SELECT * FROM \"RowPrintTemp\" ORDER BY rowid");
+    std::vector<std::string> texts;
+    while (sqlite3_step(rows.get()) == SQLITE_ROW) {
+        std::string text;
+        for (int c = 0; c < sqlite3_column_count(rows.get()); ++c) {
+            const auto* value = reinterpret_cast<const char*>(sqlite3_column_text(rows.get(), c));
+            text += std::to_string(sqlite3_column_type(rows.get(), c)) + ':' + (value ? value : "") + '|';
+        }
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+// Marlet's grid and the plain program's lines must agree line by line, up to the random names and
+// the group number.
+void expectSameLines(const GridData& grid, const std::vector<std::string>& plain, const QString& group)
+{
+    if (plain.size() != std::size_t(BatchSize) || grid.rows() != BatchSize + 1)
+        fail(QStringLiteral("the plain program made %1 grid lines, Marlet %2").arg(plain.size()).arg(grid.rows() - 1));
+    for (int row = 1; row <= BatchSize; ++row) {
+        const QString marlet = lineShape(grid.rowCells(row).mid(0, 7).join(u'\t'), group);
+        const QString other = lineShape(QString::fromStdString(plain[std::size_t(row - 1)]), PlainGroup);
+        if (marlet != other)
+            fail(QStringLiteral("grid line %1 reads \"%2\", the plain program's \"%3\"").arg(row).arg(marlet, other));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -353,11 +403,19 @@ int main(int argc, char** argv)
 
         Connection& connection = screen.session().connection();
         PlainBatch batch(data.path(), connection);
-        figures[0].timePlain([&] { batch.run("240320100001"); });
-        if (batch.grid().size() != std::size_t(BatchSize))
-            fail(QStringLiteral("the plain program made %1 grid lines").arg(batch.grid().size()));
+        figures[0].timePlain([&] { batch.run(PlainGroup.toLatin1()); });
+        expectSameLines(screen[QStringLiteral("PrintList")].grid(), batch.grid(), group);
+        const std::vector<std::string> marletRows = scratchRows(data.path());
         PlainStaging staging(data.path(), connection, group);
         figures[1].timePlain([&] { staging.run(); });
+        const std::vector<std::string> plainStaged = scratchRows(data.path());
+        for (std::size_t i = 0; i < std::max(marletRows.size(), plainStaged.size()); ++i) {
+            if (i >= marletRows.size() || i >= plainStaged.size() || marletRows[i] != plainStaged[i])
+                fail(QStringLiteral("scratch row %1 differs: Marlet \"%2\", the plain program \"%3\"")
+                         .arg(i + 1)
+                         .arg(QString::fromStdString(i < marletRows.size() ? marletRows[i] : std::string()),
+                             QString::fromStdString(i < plainStaged.size() ? plainStaged[i] : std::string())));
+        }
     });
     printFigures(figures);
     return 0;

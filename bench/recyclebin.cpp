@@ -20,6 +20,8 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cmath>
+#include <string>
 #include <vector>
 
 using namespace marlet;
@@ -116,15 +118,19 @@ Figure refresh(Form& screen, ScriptedPlatform& platform, int size)
     return figure;
 }
 
-Figure clickEntries(Form& screen)
+Figure clickEntries(Form& screen, std::vector<QString>& reports)
 {
     Control& list = screen[name("List1")];
+    const Control& report = screen[name("Text1")];
     Figure figure {QStringLiteral("click on an entry, its report")};
     figure.target = Target::below(LookupMilliseconds);
+    reports.reserve(Lookups);
     figure.timeMarlet(
         [&] {
-            for (int i = 0; i < Lookups; ++i)
+            for (int i = 0; i < Lookups; ++i) {
                 Operator::pick(list, (i * 7) % list.listCount());
+                reports.push_back(report.text());
+            }
         },
         1,
         Lookups);
@@ -134,16 +140,21 @@ Figure clickEntries(Form& screen)
     return figure;
 }
 
-Figure search(Form& screen, ScriptedPlatform& platform, int size)
+Figure search(Form& screen, ScriptedPlatform& platform, int size, std::vector<QString>& reports)
 {
     for (int i = 0; i < Lookups; ++i)
         platform.expectInput(ticketName((i * 13) % size));
+    Control& button = screen[name("Command4")];
+    const Control& report = screen[name("Text1")];
     Figure figure {QStringLiteral("&Search, its report")};
     figure.target = Target::below(LookupMilliseconds);
+    reports.reserve(Lookups);
     figure.timeMarlet(
         [&] {
-            for (int i = 0; i < Lookups; ++i)
-                Operator::click(screen[name("Command4")]);
+            for (int i = 0; i < Lookups; ++i) {
+                Operator::click(button);
+                reports.push_back(report.text());
+            }
         },
         1,
         Lookups);
@@ -263,10 +274,16 @@ public:
         return names;
     }
 
-    void show(const QByteArray& entry)
+    // The report the screen shows for a bin row, made from the row's columns as a plain program
+    // would make it: a click's report starts with the deletion, a search's with group and number.
+    std::string show(const QByteArray& entry, bool clicked)
     {
         m_one.bindText(1, entry);
-        m_checksum += m_one.readAll();
+        std::string report;
+        if (sqlite3_step(m_one.get()) == SQLITE_ROW)
+            report = reportOf(m_one.get(), clicked);
+        sqlite3_reset(m_one.get());
+        return report;
     }
 
     void restore(const QByteArray& entry)
@@ -293,6 +310,117 @@ public:
     void empty() { m_empty.run(); }
 
 private:
+    // The bin's columns by name, found once.
+    int column(const char* wanted) const
+    {
+        for (int c = 0; c < sqlite3_column_count(m_one.get()); ++c) {
+            if (sqlite3_stricmp(sqlite3_column_name(m_one.get(), c), wanted) == 0)
+                return c;
+        }
+        fail(QStringLiteral("the bin has no column ") + QLatin1String(wanted));
+        return -1;
+    }
+
+    static std::string text(sqlite3_stmt* row, int c)
+    {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, c));
+        return bytes ? std::string(bytes, std::size_t(sqlite3_column_bytes(row, c))) : std::string();
+    }
+
+    static std::string number(sqlite3_stmt* row, int c)
+    {
+        return sqlite3_column_type(row, c) == SQLITE_NULL ? std::string()
+                                                          : std::to_string(sqlite3_column_int64(row, c));
+    }
+
+    static std::string truth(sqlite3_stmt* row, int c) { return sqlite3_column_int64(row, c) != 0 ? "True" : "False"; }
+
+    // "yyyy-mm-dd hh:mm:ss" as "dd/mm/yyyy".
+    static std::string date(sqlite3_stmt* row, int c)
+    {
+        const std::string stored = text(row, c);
+        if (stored.size() < 10)
+            return {};
+        return stored.substr(8, 2) + '/' + stored.substr(5, 2) + '/' + stored.substr(0, 4);
+    }
+
+    static std::string minutes(sqlite3_stmt* row, int c)
+    {
+        return std::to_string(qint64(std::floor(sqlite3_column_double(row, c) / 60))) + "min(s)";
+    }
+
+    std::string reportOf(sqlite3_stmt* row, bool clicked) const
+    {
+        const Columns& c = m_columns;
+        std::string r;
+        r.reserve(512);
+        const auto line = [&r](const char* caption, const std::string& value) {
+            if (!r.empty())
+                r += "\r\n";
+            r += caption;
+            r += value;
+        };
+        if (clicked) {
+            line("Date/Time Deleted: \t", text(row, c.deleted));
+            line("Reason Deleted: \t", text(row, c.reason));
+            line("TicketGrp&No: \t", text(row, c.group));
+        } else {
+            line("TicketGrp&No: \t", text(row, c.group) + " - " + text(row, c.number));
+        }
+        const bool unused = sqlite3_column_int64(row, c.isNew) != 0;
+        line("Username: \t\t", text(row, c.username));
+        line("Time Left: \t\t", minutes(row, c.time));
+        line("Time Used: \t", number(row, c.used) + "min(s)");
+        line("Original Time: \t", minutes(row, c.original));
+        line("Amount: \t\t", text(row, c.amount));
+        line("Last Time Used: \t",
+            sqlite3_column_type(row, c.lastTime) == SQLITE_NULL || unused ? std::string("NEW") : text(row, c.lastTime));
+        line("Last Date Used: \t", unused ? std::string("NEW") : date(row, c.lastDate));
+        line("Date Created: \t", date(row, c.created));
+        line("Expire Date: \t",
+            sqlite3_column_int64(row, c.days) > 0 ? number(row, c.days) + " days after Login" : date(row, c.expire));
+        line("Computer Used: \t", text(row, c.computer));
+        line("Ticket Added: \t", text(row, c.added));
+        line("# of Acct(s) Added: \t", number(row, c.addedCount));
+        line("Time Ticket: \t", truth(row, c.night));
+        if (sqlite3_column_int64(row, c.night) != 0)
+            fail(QStringLiteral("the plain report has no time frame for a time ticket"));
+        line("Used Once: \t", truth(row, c.once));
+        line("Created By: \t", text(row, c.byWhom));
+        return r;
+    }
+
+    struct Columns
+    {
+        int deleted, reason, group, number, username, time, used, original, amount, lastTime, lastDate, created, days,
+            expire, computer, added, addedCount, night, once, byWhom, isNew;
+    };
+
+    Columns columns() const
+    {
+        return {column("DateTimeDeleted"),
+            column("Reason"),
+            column("TicketGrp"),
+            column("TicketNo"),
+            column("Username"),
+            column("Time"),
+            column("TotalTimeUsed"),
+            column("OrgTime"),
+            column("Amount"),
+            column("TimeLastUsed"),
+            column("LastUsed"),
+            column("DateCreated"),
+            column("Days"),
+            column("Expire"),
+            column("ComputerUsed"),
+            column("AccountAdded"),
+            column("NoAdded"),
+            column("Night"),
+            column("Once"),
+            column("ByWhom"),
+            column("NEW")};
+    }
+
     static QByteArray sql(Connection& connection, const QString& pattern, const QVariantList& values = {})
     {
         return connection.translate(Statement(pattern, values)).sql.toUtf8();
@@ -314,8 +442,24 @@ private:
     PlainStatement m_insert;
     PlainStatement m_remove;
     PlainStatement m_empty;
+    Columns m_columns = columns();
     qint64 m_checksum = 0;
 };
+
+// Each of the plain program's reports must read as the screen's did.
+void expectReports(const std::vector<QString>& marlet, const std::vector<std::string>& plain, const QString& what)
+{
+    if (marlet.size() != plain.size())
+        fail(QStringLiteral("%1: %2 reports against the plain program's %3")
+                 .arg(what)
+                 .arg(marlet.size())
+                 .arg(plain.size()));
+    for (std::size_t i = 0; i < marlet.size(); ++i) {
+        if (marlet[i] != QString::fromStdString(plain[i]))
+            fail(QStringLiteral("%1: the screen's report\n%2\nand the plain program's\n%3")
+                     .arg(what, marlet[i], QString::fromStdString(plain[i])));
+    }
+}
 
 std::vector<QByteArray> chosenOf(const std::vector<QByteArray>& names, int size)
 {
@@ -325,7 +469,12 @@ std::vector<QByteArray> chosenOf(const std::vector<QByteArray>& names, int size)
     return chosen;
 }
 
-void timePlain(std::vector<Figure>& figures, const Database& data, Connection& connection, int size)
+void timePlain(std::vector<Figure>& figures,
+    const Database& data,
+    Connection& connection,
+    int size,
+    const std::vector<QString>& clicked,
+    const std::vector<QString>& searched)
 {
     PlainDatabase probe(data.path());
     PlainStatement columns(probe, "SELECT * FROM \"Account\" LIMIT 0");
@@ -333,14 +482,19 @@ void timePlain(std::vector<Figure>& figures, const Database& data, Connection& c
     resetBin(data.path());
     std::vector<QByteArray> names;
     figures[0].timePlain([&] { names = bin.load(); });
+    std::vector<std::string> reports;
+    reports.reserve(Lookups);
     figures[1].timePlain([&] {
         for (int i = 0; i < Lookups; ++i)
-            bin.show(names[std::size_t((i * 7) % size)]);
+            reports.push_back(bin.show(names[std::size_t((i * 7) % size)], true));
     }, 1, Lookups);
+    expectReports(clicked, reports, figures[1].operation);
+    reports.clear();
     figures[2].timePlain([&] {
         for (int i = 0; i < Lookups; ++i)
-            bin.show(names[std::size_t((i * 13) % size)]);
+            reports.push_back(bin.show(names[std::size_t((i * 13) % size)], false));
     }, 1, Lookups);
+    expectReports(searched, reports, figures[2].operation);
     figures[3].timePlain([&] {
         for (const QByteArray& entry : chosenOf(names, size))
             bin.restore(entry);
@@ -376,10 +530,12 @@ int main(int argc, char** argv)
     ScriptedPlatform platform;
     platform.setNow(Now);
     std::vector<Figure> figures;
+    std::vector<QString> clicked;
+    std::vector<QString> searched;
     openBin(data, platform, [&](Form& screen) {
         figures.push_back(refresh(screen, platform, size));
-        figures.push_back(clickEntries(screen));
-        figures.push_back(search(screen, platform, size));
+        figures.push_back(clickEntries(screen, clicked));
+        figures.push_back(search(screen, platform, size, searched));
         figures.push_back(restoreSelected(screen, platform, size));
         expectBin(data.path(), size - selectedOf(size), QStringLiteral("the bin after restoring"));
         figures.push_back(deleteSelected(screen, platform, size));
@@ -395,7 +551,7 @@ int main(int argc, char** argv)
     });
     Connection plainConnection;
     plainConnection.Open(data.connectionString());
-    timePlain(figures, data, plainConnection, size);
+    timePlain(figures, data, plainConnection, size, clicked, searched);
     printFigures(figures);
     return 0;
 }

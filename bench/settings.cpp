@@ -21,6 +21,7 @@
 
 #include <sqlite3.h>
 
+#include <memory>
 #include <vector>
 
 using namespace marlet;
@@ -146,23 +147,31 @@ void checkApplied(const Database& data)
 class PlainSettings
 {
 public:
-    PlainSettings(const QString& folder, const QString& path)
+    explicit PlainSettings(const QString& folder)
         : m_file(folder + QStringLiteral("/plain.ini"))
-        , m_db(path)
-        , m_update(m_db, "UPDATE \"Options\" SET \"TicketIniName\" = ?, \"Currency\" = ?")
     {
         QSettings settings(m_file, QSettings::IniFormat);
         for (const auto& [key, value] : GeneralKeys)
             settings.setValue(QStringLiteral("Norvantis/Option/") + QLatin1String(key), QLatin1String(value));
     }
 
-    // The host opens the store for each opening of the screen, and the tab reads its keys.
+    // The host opens the store for each opening of the screen, and the tab reads its keys. No other
+    // connection is open meanwhile, as in Marlet's run, so each close is the last one and clears
+    // away the write-ahead log as Marlet's does.
     void load(const QString& path)
     {
         PlainDatabase opened(path);
         QSettings settings(m_file, QSettings::IniFormat);
         for (const auto& [key, value] : GeneralKeys)
             m_checksum += settings.value(QStringLiteral("Norvantis/Option/") + QLatin1String(key)).toString().size();
+    }
+
+    // The connection that Apply writes through, open from here on.
+    void openForApply(const QString& path)
+    {
+        m_db = std::make_unique<PlainDatabase>(path);
+        m_update
+            = std::make_unique<PlainStatement>(*m_db, "UPDATE \"Options\" SET \"TicketIniName\" = ?, \"Currency\" = ?");
     }
 
     void apply(const char* currency)
@@ -173,15 +182,15 @@ public:
                 QLatin1String(qstrcmp(key, "Currency") == 0 ? currency : value));
             settings.sync();
         }
-        m_update.bindText(1, "CAF");
-        m_update.bindText(2, currency);
-        m_update.run();
+        m_update->bindText(1, "CAF");
+        m_update->bindText(2, currency);
+        m_update->run();
     }
 
 private:
     QString m_file;
-    PlainDatabase m_db;
-    PlainStatement m_update;
+    std::unique_ptr<PlainDatabase> m_db;
+    std::unique_ptr<PlainStatement> m_update;
     qint64 m_checksum = 0;
 };
 
@@ -202,7 +211,7 @@ int main(int argc, char** argv)
     figures.push_back(applying(data, platform));
     checkApplied(data);
 
-    PlainSettings plain(data.folder(), data.path());
+    PlainSettings plain(data.folder());
     figures[0].timePlain(
         [&] {
             for (int i = 0; i < Openings; ++i)
@@ -210,6 +219,7 @@ int main(int argc, char** argv)
         },
         1,
         Openings);
+    plain.openForApply(data.path());
     figures[1].timePlain(
         [&] {
             for (int i = 0; i < Applies; ++i)

@@ -107,7 +107,7 @@ std::vector<Figure> walk(const Database& data, Connection& connection, qint64& c
     const QByteArray engineSql = connection.translate(listing).sql.toUtf8();
     PlainDatabase plainDb(data.path());
     PlainStatement plainListing(plainDb, engineSql);
-    const double plain = fastestOf(3, [&] { checksum += plainListing.readAll(); }).wall;
+    const Timing plain = fastestOf(3, [&] { checksum += plainListing.readAll(); });
 
     long listed = 0;
     Figure openWalk {QStringLiteral("open + walk \"all tickets\"")};
@@ -120,7 +120,8 @@ std::vector<Figure> walk(const Database& data, Connection& connection, qint64& c
                 rs.MoveNext();
         },
         3);
-    openWalk.plain = plain;
+    openWalk.plain = plain.wall;
+    openWalk.plainCpu = plain.cpu;
     openWalk.target = Target::ratioAtMost(3);
     openWalk.note = QString::number(listed) + QStringLiteral(" rows");
 
@@ -135,11 +136,13 @@ std::vector<Figure> walk(const Database& data, Connection& connection, qint64& c
             }
         },
         3);
-    walkRead.plain = plain;
+    walkRead.plain = plain.wall;
+    walkRead.plainCpu = plain.cpu;
 
     Figure qt {QStringLiteral("QSqlQuery forward-only, every column")};
     qt.timeMarlet([&] { checksum += qtLoop(data.path(), QString::fromUtf8(engineSql)); });
-    qt.plain = plain;
+    qt.plain = plain.wall;
+    qt.plainCpu = plain.cpu;
     qt.note = QStringLiteral("Qt's own driver, for comparison");
     return {openWalk, walkRead, qt};
 }

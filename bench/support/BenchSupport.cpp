@@ -171,7 +171,16 @@ void Figure::timeMarlet(const std::function<void()>& work, int runs, int per)
 
 void Figure::timePlain(const std::function<void()>& work, int runs, int per)
 {
-    plain = fastestOf(runs, work).wall / per;
+    const Timing timing = fastestOf(runs, work);
+    plain = timing.wall / per;
+    plainCpu = timing.cpu / per;
+}
+
+std::optional<double> Figure::cpuRatio() const
+{
+    if (!marletCpu || !plainCpu || *plainCpu <= 0)
+        return std::nullopt;
+    return *marletCpu / *plainCpu;
 }
 
 std::optional<double> Figure::ratio() const
@@ -197,12 +206,14 @@ std::optional<bool> Figure::met() const
 
 void printFigures(const std::vector<Figure>& figures)
 {
-    std::printf("  %-46s %10s %10s %10s %7s %10s %8s  %s\n",
+    std::printf("  %-46s %10s %10s %10s %7s %10s %9s %10s %8s  %s\n",
         "operation",
         "Marlet ms",
         "CPU ms",
         "plain ms",
         "ratio",
+        "plain CPU",
+        "CPU ratio",
         "pauses ms",
         "peak MB",
         "target");
@@ -214,12 +225,15 @@ void printFigures(const std::vector<Figure>& figures)
             target += *met ? QStringLiteral(": met") : QStringLiteral(": MISSED");
         if (!figure.note.isEmpty())
             target += (target.isEmpty() ? QString() : QStringLiteral("; ")) + figure.note;
-        std::printf("  %-46s %10s %10s %10s %7s %10s %8s  %s\n",
+        const std::optional<double> cpuRatio = figure.cpuRatio();
+        std::printf("  %-46s %10s %10s %10s %7s %10s %9s %10s %8s  %s\n",
             qPrintable(figure.operation),
             qPrintable(milliseconds(figure.marlet)),
             figure.marletCpu ? qPrintable(milliseconds(*figure.marletCpu)) : "-",
             figure.plain ? qPrintable(milliseconds(*figure.plain)) : "-",
             ratio ? qPrintable(formatted(*ratio, 2)) : "-",
+            figure.plainCpu ? qPrintable(milliseconds(*figure.plainCpu)) : "-",
+            cpuRatio ? qPrintable(formatted(*cpuRatio, 2)) : "-",
             figure.pausedMilliseconds > 0 ? qPrintable(formatted(figure.pausedMilliseconds, 0)) : "-",
             figure.peak ? qPrintable(formatted(*figure.peak, 1)) : "-",
             qPrintable(target));

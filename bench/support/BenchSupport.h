@@ -74,6 +74,7 @@ struct Figure
     double marlet = 0;
     std::optional<double> marletCpu;
     std::optional<double> plain;
+    std::optional<double> plainCpu;
     double pausedMilliseconds = 0;
     std::optional<double> peak;
     Target target;
@@ -86,6 +87,9 @@ struct Figure
     void timePlain(const std::function<void()>& work, int runs = 1, int per = 1);
 
     std::optional<double> ratio() const;
+    // Marlet's processor time to the plain program's: what a busy neighbour on the machine changes
+    // least.
+    std::optional<double> cpuRatio() const;
     // Nullopt when the figure has no target.
     std::optional<bool> met() const;
 };

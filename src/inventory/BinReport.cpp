@@ -6,7 +6,7 @@
 #include "values/Formats.h"
 #include "values/Numbers.h"
 
-#include <QStringList>
+#include <QString>
 
 namespace marlet {
 
@@ -53,16 +53,24 @@ public:
     explicit ReportLines(const Recordset& row)
         : m_row(row)
     {
+        m_text.reserve(640);
     }
 
     QVariant field(const char* name) const { return m_row.value(QLatin1String(name)); }
     QString text(const char* name) const { return joined(field(name)); }
-    void add(const QString& line) { m_lines << line; }
-    QString joinedLines() const { return m_lines.join(QStringLiteral("\r\n")); }
+    // The lines are joined as they come, each after the one before by CR LF.
+    void add(const QString& line)
+    {
+        if (m_lineCount++ > 0)
+            m_text += QLatin1String("\r\n");
+        m_text += line;
+    }
+    QString joinedLines() const { return m_text; }
 
 private:
     const Recordset& m_row;
-    QStringList m_lines;
+    QString m_text;
+    int m_lineCount = 0;
 };
 
 QString lastTimeUsed(const ReportLines& r)

@@ -315,8 +315,7 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
 {
     Session& session = m_host.session();
     const SessionPreferences prefs = settings();
-    const UniformSource source = systemUniformSource();
-    const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
+    const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, m_source);
     if (!name) {
         m_failedPosition = position;
         m_storeFailure = tickets.lastError();
@@ -327,7 +326,7 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.TicketGrp = m_group;
     ticket.TicketNo = ticketNumberText(position);
     ticket.Username = *name;
-    ticket.Password = batchPassword(prefs, source);
+    ticket.Password = batchPassword(prefs, m_source);
     ticket.seconds = m_time;
     ticket.ByWhom = session.general.byWhom();
     ticket.created = m_host.platform().today();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "issuing/Expiry.h"
+#include "issuing/RandomText.h"
 
 #include <QString>
 
@@ -65,6 +66,8 @@ private:
     // Why the store refused a ticket; empty while every ticket is stored.
     QString m_storeFailure;
     int m_failedPosition = 0;
+    // The secure source of the batch's names and passwords, which it fetches a block at a time.
+    UniformSource m_source = systemUniformSource();
 };
 
 } // namespace marlet

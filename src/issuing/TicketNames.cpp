@@ -61,6 +61,9 @@ QString batchUsername(const SessionPreferences& preferences, const QString& pref
 int batchPasswordLength(const SessionPreferences& preferences)
 {
     const QString length = preferences.text(keys::TPlen);
+    // A single digit, as the settings screen writes it, needs no general conversion.
+    if (length.size() == 1 && length.front() >= u'0' && length.front() <= u'9')
+        return length.front().unicode() - u'0';
     if (!values::isNumeric(length))
         return DefaultPasswordLength;
     return values::toInt16(length).value_or(0);

@@ -52,11 +52,32 @@ void Form::setSize(int width, int height)
     emit captionChanged();
 }
 
+namespace {
+
+// A control name as it compares without regard to case. Names are ASCII as a rule, and folding
+// those needs no general case tables.
+QString foldedName(const QString& name)
+{
+    QString folded(name.size(), Qt::Uninitialized);
+    char16_t* out = reinterpret_cast<char16_t*>(folded.data());
+    for (const QChar c : name) {
+        const char16_t code = c.unicode();
+        if (code >= 0x80)
+            return name.toCaseFolded();
+        *out++ = code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
+    }
+    return folded;
+}
+
+} // namespace
+
 Control& Form::add(ControlKind kind, const QString& name, int index)
 {
-    if (control(name, index))
+    std::pair<QString, int> key {foldedName(name), index};
+    if (m_byFoldedName.contains(key))
         qFatal("Form %s has two controls %s(%d)", qPrintable(m_name), qPrintable(name), index);
     m_controls.push_back(std::make_unique<Control>(*this, kind, name, index));
+    m_byFoldedName.insert(std::move(key), m_controls.back().get());
     return *m_controls.back();
 }
 
@@ -82,13 +103,10 @@ Control* Form::control(const QString& name, int index) const
 {
     if (Control* found = m_found.value({name, index}))
         return found;
-    for (const auto& c : m_controls) {
-        if (c->index() == index && c->name().compare(name, Qt::CaseInsensitive) == 0) {
-            m_found.insert({name, index}, c.get());
-            return c.get();
-        }
-    }
-    return nullptr;
+    Control* found = m_byFoldedName.value({foldedName(name), index});
+    if (found)
+        m_found.insert({name, index}, found);
+    return found;
 }
 
 Control* Form::find(const QString& key) const
@@ -168,6 +186,7 @@ void Form::load()
         return;
     m_focused = nullptr;
     m_found.clear();
+    m_byFoldedName.clear();
     m_controls.clear();
     onLoad = nullptr;
     onActivate = nullptr;

@@ -105,6 +105,9 @@ private:
     // few controls once a row, and a search without regard to case through every control of a
     // large screen costs more than the row's own work. Emptied when the controls are built anew.
     mutable QHash<std::pair<QString, int>, Control*> m_found;
+    // Every control by its case-folded name and index, so that adding a control to a screen of
+    // hundreds need not compare its name with each one there already.
+    QHash<std::pair<QString, int>, Control*> m_byFoldedName;
     Control* m_focused = nullptr;
     bool m_loaded = false;
 };

@@ -53,6 +53,37 @@ constexpr std::array<int, PrintSlotColumns> FirstSlotOrder {
 constexpr std::array<int, PrintSlotColumns> SlotOrder {
     GroupNumber, Username, Password, Time, Amount, Expire, Nightinfo, Quota, Days};
 
+// The ticket fields a slot reads, in the order in which it reads them.
+enum TicketField {
+    TicketGrpField,
+    TicketNoField,
+    UsernameField,
+    PasswordField,
+    TimeField,
+    AmountField,
+    ExpireField,
+    NightField,
+    OnceField,
+    StartTimeField,
+    EndTimeField,
+    QuotaField,
+    DaysField,
+    TicketFieldCount
+};
+constexpr std::array<const char*, TicketFieldCount> TicketFieldNames {"TicketGrp",
+    "TicketNo",
+    "Username",
+    "Password",
+    "Time",
+    "Amount",
+    "Expire",
+    "Night",
+    "Once",
+    "StartTime",
+    "EndTime",
+    "Quota",
+    "Days"};
+
 class PrintStaging
 {
 public:
@@ -80,13 +111,42 @@ private:
     void finish();
     void fail();
 
+    // A ticket's field, by the position found for its name when the fields are the same for every
+    // row; a name the select lacks is asked for by name, which leaves its own error.
+    QVariant ticketField(int field, bool& ok) const;
+    void findPositions(const ScratchTable& table);
+
     WorkHost& m_host;
     Platform& m_platform;
     Session& m_session;
     Recordset m_tickets;
     Recordset m_rows;
     std::unique_ptr<NamedComponent> m_sheets;
+    std::array<int, TicketFieldCount> m_ticketPositions {};
+    // Positions of the scratch row's columns for the slots addressed by name; -1 where not found.
+    std::array<std::array<int, PrintSlotColumns>, 2> m_slotPositions {};
 };
+
+void PrintStaging::findPositions(const ScratchTable& table)
+{
+    for (std::size_t i = 0; i < TicketFieldNames.size(); ++i)
+        m_ticketPositions[i] = m_tickets.fieldIndex(QLatin1String(TicketFieldNames[i]));
+    for (int slot = 0; slot < 2; ++slot) {
+        for (int field = 0; field < PrintSlotColumns; ++field)
+            m_slotPositions[std::size_t(slot)][std::size_t(field)]
+                = table.slotByName(slot) ? m_rows.fieldIndex(printSlotColumn(slot + 1, field).name) : -1;
+    }
+}
+
+QVariant PrintStaging::ticketField(int field, bool& ok) const
+{
+    bool found = false;
+    const int position = m_ticketPositions[std::size_t(field)];
+    const QVariant value = position >= 0 ? m_tickets.value(position, &found)
+                                         : m_tickets.value(QLatin1String(TicketFieldNames[std::size_t(field)]), &found);
+    ok = ok && found;
+    return value;
+}
 
 void PrintStaging::run(const Statement& query)
 {
@@ -175,6 +235,7 @@ bool PrintStaging::pack(const ScratchTable& table)
             LockType::Optimistic))
         return false;
 
+    findPositions(table);
     const long count = m_tickets.RecordCount();
     long rows = count / table.perRow;
     if (count - table.perRow * rows != 0)
@@ -209,22 +270,23 @@ bool PrintStaging::pack(const ScratchTable& table)
 
 bool PrintStaging::fillSlot(const ScratchTable& table, int slot, const std::array<int, PrintSlotColumns>& order)
 {
-    FieldReader field(m_tickets);
+    bool ok = true;
+    const auto field = [&](TicketField which) { return ticketField(which, ok); };
     QVariant values[PrintSlotColumns];
-    values[GroupNumber] = QString(field("TicketGrp").toString() + u'-' + field("TicketNo").toString());
-    values[Username] = field("Username");
-    values[Password] = field("Password");
-    values[Time] = field("Time");
-    values[Amount] = field("Amount");
-    values[Expire] = field("Expire");
-    const QVariant night = field("Night");
-    const QVariant once = field("Once");
-    const QVariant start = field("StartTime");
-    const QVariant end = field("EndTime");
+    values[GroupNumber] = QString(field(TicketGrpField).toString() + u'-' + field(TicketNoField).toString());
+    values[Username] = field(UsernameField);
+    values[Password] = field(PasswordField);
+    values[Time] = field(TimeField);
+    values[Amount] = field(AmountField);
+    values[Expire] = field(ExpireField);
+    const QVariant night = field(NightField);
+    const QVariant once = field(OnceField);
+    const QVariant start = field(StartTimeField);
+    const QVariant end = field(EndTimeField);
     values[Nightinfo] = ticketTimeRule(night.toBool(), once.toBool(), start, end, m_session.settings());
-    values[Quota] = field("Quota");
-    values[Days] = field("Days");
-    if (!field.ok())
+    values[Quota] = field(QuotaField);
+    values[Days] = field(DaysField);
+    if (!ok)
         return false;
     for (const int offset : order) {
         if (!put(table, slot, offset, values[offset]))
@@ -248,8 +310,11 @@ bool PrintStaging::fillEmptySlot(const ScratchTable& table, int slot)
 
 bool PrintStaging::put(const ScratchTable& table, int slot, int field, const QVariant& value)
 {
-    if (table.slotByName(slot))
-        return m_rows.setValue(printSlotColumn(slot + 1, field).name, value);
+    if (table.slotByName(slot)) {
+        const int position = m_slotPositions[std::size_t(slot)][std::size_t(field)];
+        return position >= 0 ? m_rows.setValue(position, value)
+                             : m_rows.setValue(printSlotColumn(slot + 1, field).name, value);
+    }
     return m_rows.setValue(PrintSlotColumns * slot + field, value);
 }
 

@@ -33,7 +33,11 @@ QString SessionPreferences::application(const PreferenceKey& key) const
 
 QString SessionPreferences::text(const PreferenceKey& key) const
 {
-    return text(key, key.defaultText());
+    const QString* value = m_store.find(
+        key.application == PreferenceApp::Product ? QAnyStringView(ProductWord) : QAnyStringView(m_appTitle),
+        QLatin1StringView(key.section.data(), qsizetype(key.section.size())),
+        QLatin1StringView(key.name.data(), qsizetype(key.name.size())));
+    return value ? *value : key.defaultText();
 }
 
 QString SessionPreferences::text(const PreferenceKey& key, const QString& defaultValue) const

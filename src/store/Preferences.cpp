@@ -8,6 +8,9 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <type_traits>
+
 #include <sys/stat.h>
 
 namespace marlet {
@@ -64,9 +67,52 @@ QString unescaped(QStringView text)
     return out;
 }
 
+// Case folding leaves ASCII other than the capitals as it is, so names in ASCII, as nearly all are,
+// fold without a string of their own.
+template<typename Character>
+char16_t codeOf(Character c)
+{
+    if constexpr (std::is_same_v<Character, char>)
+        return char16_t(uchar(c));
+    else
+        return QChar(c).unicode();
+}
+
+void appendFolded(QString& out, QAnyStringView name)
+{
+    const qsizetype start = out.size();
+    const bool ascii = name.visit([&out, start](auto view) {
+        out.resize(start + qsizetype(view.size()));
+        char16_t* at = reinterpret_cast<char16_t*>(out.data()) + start;
+        for (auto c : view) {
+            const char16_t code = codeOf(c);
+            if (code >= 0x80)
+                return false;
+            *at++ = code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
+        }
+        return true;
+    });
+    if (!ascii) {
+        out.resize(start);
+        out += name.toString().toCaseFolded();
+    }
+}
+
+void foldAddress(QString& out, QAnyStringView application, QAnyStringView section, QAnyStringView key)
+{
+    out.resize(0);
+    appendFolded(out, application);
+    out += u'\x1f';
+    appendFolded(out, section);
+    out += u'\x1f';
+    appendFolded(out, key);
+}
+
 QString foldedAddress(const QString& application, const QString& section, const QString& key)
 {
-    return application.toCaseFolded() + u'\x1f' + section.toCaseFolded() + u'\x1f' + key.toCaseFolded();
+    QString address;
+    foldAddress(address, application, section, key);
+    return address;
 }
 
 } // namespace
@@ -79,6 +125,7 @@ Preferences::Preferences(const QString& folder)
     if (dir.isEmpty())
         dir = defaultFolder();
     m_path = QDir(dir).filePath(fileName);
+    m_nativePath = QFile::encodeName(m_path);
 }
 
 QString Preferences::defaultFolder()
@@ -106,9 +153,16 @@ bool Preferences::acquire(QLockFile& lock)
 QString Preferences::GetSetting(
     const QString& application, const QString& section, const QString& key, const QString& defaultValue) const
 {
+    const QString* value = find(application, section, key);
+    return value ? *value : defaultValue;
+}
+
+const QString* Preferences::find(QAnyStringView application, QAnyStringView section, QAnyStringView key) const
+{
     refresh();
-    const auto found = m_index.constFind(foldedAddress(application, section, key));
-    return found == m_index.constEnd() ? defaultValue : m_entries.at(*found).value;
+    foldAddress(m_probe, application, section, key);
+    const auto found = m_index.constFind(m_probe);
+    return found == m_index.constEnd() ? nullptr : &m_entries.at(*found).value;
 }
 
 void Preferences::SaveSetting(
@@ -145,7 +199,7 @@ Preferences::FileStamp Preferences::currentStamp() const
     // One status call per read. Every save replaces the file, so the inode tells a new version even
     // when the clock's granularity gives two versions the same modification time.
     struct stat status = {};
-    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (::stat(m_nativePath.constData(), &status) != 0 || !S_ISREG(status.st_mode))
         return {};
     return {true,
             std::uint64_t(status.st_ino),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QAnyStringView>
+#include <QByteArray>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QList>
@@ -30,6 +32,8 @@ public:
 
     QString GetSetting(
         const QString& application, const QString& section, const QString& key, const QString& defaultValue) const;
+    // The stored value, or null when the key has none; the file is read again when it changed.
+    const QString* find(QAnyStringView application, QAnyStringView section, QAnyStringView key) const;
     void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
 
     QString filePath() const { return m_path; }
@@ -65,12 +69,14 @@ private:
     bool acquire(QLockFile& lock);
 
     QString m_path;
+    QByteArray m_nativePath; // m_path as the status call takes it
     QString m_lastError;
     // Started when a save gave up waiting for another program's lock.
     QElapsedTimer m_lockRefused;
     mutable FileStamp m_stamp;
     mutable QList<Entry> m_entries; // in file order
     mutable QHash<QString, qsizetype> m_index; // folded address -> position in m_entries
+    mutable QString m_probe; // the folded address of the last lookup, kept for its capacity
 };
 
 } // namespace marlet

@@ -50,6 +50,48 @@ bool Recordset::Open(const Statement& source, Connection& connection, CursorType
     return load(translation);
 }
 
+// The fields of a select as a result set sees them. A statement the engine keeps describes its
+// columns the same each time, so the fields are worked out once per description rather than at
+// every Open: which are writable, and the spellings the screens ask for.
+struct Recordset::Fields
+{
+    QList<ResultColumn> described; // as the engine gave them, key included
+    bool keyed = false;
+    QString table;
+    QList<ResultColumn> columns;
+    std::vector<bool> updatable; // per field: a column of table
+    mutable QHash<QString, int> names; // spelling asked for -> field
+};
+
+std::shared_ptr<const Recordset::Fields> Recordset::fieldsOf(
+    const QList<ResultColumn>& described, bool keyed, const QString& table)
+{
+    // By the description's storage, which the entry keeps alive so that no other list can take
+    // its place. An engine that describes anew each time only misses the cache.
+    static thread_local QHash<const void*, std::shared_ptr<const Fields>> known;
+    const auto found = known.constFind(described.constData());
+    if (found != known.constEnd() && (*found)->keyed == keyed && (*found)->table == table)
+        return *found;
+    auto fields = std::make_shared<Fields>();
+    fields->described = described;
+    fields->keyed = keyed;
+    fields->table = table;
+    fields->columns = described;
+    if (keyed)
+        fields->columns.removeFirst();
+    // Which fields are columns of the table that changes go to. Only a keyed result set writes back.
+    fields->updatable.assign(std::size_t(fields->columns.size()), false);
+    for (qsizetype i = 0; keyed && i < fields->columns.size(); ++i) {
+        const ResultColumn& column = fields->columns.at(i);
+        fields->updatable[std::size_t(i)] = !column.column.isEmpty()
+            && (column.table == table || column.table.compare(table, Qt::CaseInsensitive) == 0);
+    }
+    if (known.size() >= 256)
+        known.clear();
+    known.insert(described.constData(), fields);
+    return fields;
+}
+
 bool Recordset::load(const TranslationResult& translation)
 {
     const bool keyed = m_lock == LockType::Optimistic && !translation.keyedSql.isEmpty();
@@ -58,31 +100,11 @@ bool Recordset::load(const TranslationResult& translation)
     RowStore rows;
     if (!engine->select(keyed ? translation.keyedSql : translation.sql, translation.values, columns, rows))
         return fail(engine->lastError());
-    if (keyed)
-        columns.removeFirst();
-    m_columns = std::move(columns);
+    m_fields = fieldsOf(columns, keyed, keyed ? translation.tables.value(0) : QString());
+    m_columns = m_fields->columns;
     m_rows = std::move(rows);
     m_keyColumns = keyed ? 1 : 0;
-    m_table = keyed ? translation.tables.value(0) : QString();
-    // Which fields are columns of the table that changes go to, found once rather than per change.
-    // Only a keyed result set writes back.
-    m_updatable.assign(std::size_t(m_columns.size()), false);
-    for (qsizetype i = 0; keyed && i < m_columns.size(); ++i) {
-        const ResultColumn& column = m_columns.at(i);
-        m_updatable[std::size_t(i)] = !column.column.isEmpty()
-            && (column.table == m_table || column.table.compare(m_table, Qt::CaseInsensitive) == 0);
-    }
-    // A result set reopened on the same fields, as a lookup before each insert is, keeps the
-    // spellings it has learnt.
-    bool sameNames = m_cachedNames.size() == m_columns.size();
-    for (qsizetype i = 0; sameNames && i < m_columns.size(); ++i)
-        sameNames = m_cachedNames.at(i) == m_columns.at(i).name;
-    if (!sameNames) {
-        m_nameCache.clear();
-        m_cachedNames.clear();
-        for (const ResultColumn& column : std::as_const(m_columns))
-            m_cachedNames.append(column.name);
-    }
+    m_table = m_fields->table;
     m_open = true;
     m_position = 0;
     m_currentDeleted = false;
@@ -96,6 +118,7 @@ void Recordset::Close()
 {
     m_open = false;
     m_connection = nullptr;
+    m_fields.reset();
     m_columns.clear();
     m_rows.clear(0);
     m_pending.clear();
@@ -212,15 +235,17 @@ QString Recordset::fieldName(int index) const
 
 int Recordset::fieldIndex(const QString& name) const
 {
+    if (!m_fields)
+        return -1;
     // Screens ask for the same few names on every row; the spelling they use is remembered.
-    const auto known = m_nameCache.constFind(name);
-    if (known != m_nameCache.constEnd())
-        return *known < m_columns.size() ? *known : -1; // the cache outlives Close
+    const auto known = m_fields->names.constFind(name);
+    if (known != m_fields->names.constEnd())
+        return *known;
     for (int i = 0; i < m_columns.size(); ++i) {
         const QString& field = m_columns.at(i).name;
         // Names of another length cannot match; most fields are passed over on that alone.
         if (field.size() == name.size() && field.compare(name, Qt::CaseInsensitive) == 0) {
-            m_nameCache.insert(name, i);
+            m_fields->names.insert(name, i);
             return i;
         }
     }
@@ -316,7 +341,7 @@ bool Recordset::setValue(int index, const QVariant& value)
     if (index < 0 || index >= m_columns.size())
         return fail(noSuchField(QString::number(index)));
     const ResultColumn& column = m_columns.at(index);
-    if (!m_updatable[std::size_t(index)])
+    if (!m_fields->updatable[std::size_t(index)])
         return fail(QStringLiteral("Field '%1' cannot be updated.").arg(column.name));
     if (m_editMode == EditMode::None && !hasCurrentRecord())
         return fail(noCurrentRecord);
@@ -369,6 +394,8 @@ bool Recordset::updateCurrent()
 {
     QStringList names;
     QVariantList values;
+    names.reserve(m_pending.size());
+    values.reserve(m_pending.size());
     for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
         names.append(m_columns.at(it.key()).column);
         values.append(it.value());
@@ -393,6 +420,8 @@ bool Recordset::insertNew()
 {
     QStringList names;
     QVariantList values;
+    names.reserve(m_pending.size());
+    values.reserve(m_pending.size());
     for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
         names.append(m_columns.at(it.key()).column);
         values.append(it.value());

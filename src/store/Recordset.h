@@ -10,6 +10,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -83,6 +84,9 @@ private:
     std::nullopt_t failRead(const QString& message) const;
     std::optional<QVariant> readField(int index) const;
     bool load(const TranslationResult& translation);
+    struct Fields;
+    static std::shared_ptr<const Fields> fieldsOf(
+        const QList<ResultColumn>& described, bool keyed, const QString& table);
     bool hasCurrentRecord() const;
     bool checkWritable() const;
     bool leaveEdit();
@@ -97,10 +101,11 @@ private:
     LockType m_lock = LockType::ReadOnly;
     bool m_open = false;
 
-    QList<ResultColumn> m_columns; // the visible fields
+    // What the fields are, shared by the result sets of one select.
+    std::shared_ptr<const Fields> m_fields;
+    QList<ResultColumn> m_columns; // the visible fields, m_fields' list
     int m_keyColumns = 0; // 1 when the rows carry their key in front, 0 when not writable
     QString m_table; // the table that changes go to
-    std::vector<bool> m_updatable; // per field: a column of m_table
     RowStore m_rows;
     qsizetype m_position = 0; // -1 before the first row, rowCount() after the last
     bool m_currentDeleted = false;
@@ -111,8 +116,6 @@ private:
 
     mutable std::vector<Cell> m_cells;
     mutable qsizetype m_decodedRow = -1;
-    mutable QHash<QString, int> m_nameCache; // spelling asked for -> field, for the fields of m_cachedNames
-    QStringList m_cachedNames;
     mutable QString m_lastError;
 };
 

@@ -9,6 +9,8 @@ namespace {
 
 enum Tag : char { NullTag, Int64Tag, Int8Tag, RealTag, ShortTextTag, LongTextTag, BlobTag };
 
+// Blocks start small, since most selects find a row or a few, and double up to their full size.
+constexpr std::size_t firstBlockSize = 4096;
 constexpr std::size_t blockSize = 1 << 20;
 
 template<typename T>
@@ -144,7 +146,8 @@ void RowStore::removeRow(qsizetype row)
 const char* RowStore::store(const std::string& bytes)
 {
     if (m_blocks.empty() || m_blockUsed + bytes.size() > m_blockSize) {
-        m_blockSize = std::max(blockSize, bytes.size());
+        const std::size_t next = m_blocks.empty() ? firstBlockSize : std::min(blockSize, 2 * m_blockSize);
+        m_blockSize = std::max(next, bytes.size());
         m_blocks.push_back(std::make_unique_for_overwrite<char[]>(m_blockSize));
         m_blockUsed = 0;
     }

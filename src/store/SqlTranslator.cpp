@@ -94,6 +94,7 @@ public:
 
     Binding run()
     {
+        m_binding.tokenValues.reserve(m_tokens.size());
         for (const SqlToken& token : m_tokens) {
             if (token.type == SqlTokenType::Placeholder)
                 bindNumber(token);
