@@ -15,16 +15,19 @@ namespace marlet {
 class StoreEngine;
 
 // Where a connection string points: "sqlite:PATH", a bare PATH, and "Provider=...;Data Source=PATH;..."
-// all mean an SQLite file at PATH; "postgresql://..." (or "postgres://...") means PostgreSQL.
+// all mean an SQLite file at PATH; "postgresql://..." (or "postgres://...") and PostgreSQL's own
+// "host=... dbname=..." form mean a PostgreSQL database.
 struct ConnectionTarget
 {
     SqlDialect dialect = SqlDialect::Sqlite;
-    QString location; // the SQLite file, or the PostgreSQL URI as given
+    QString location; // the SQLite file, or the PostgreSQL connection as given
     QString error; // a string that names no store at all
 
     bool ok() const { return error.isEmpty(); }
 };
 ConnectionTarget parseConnectionString(const QString& connectionString);
+// A connection string as it may be shown: a password in it is left out.
+QString shownConnection(const QString& connectionString);
 
 // The one connection a session runs its statements on, in the manner of the desktop store's
 // connection object: Open, Execute, Close, State. Nothing throws: a failing call returns false and

@@ -703,10 +703,11 @@ private:
         }
         if (token.isSymbol(u"("))
             return parseParenthesised();
+        // PostgreSQL keeps booleans in their own type, which compares with no number.
         if (acceptKeyword(u"TRUE"))
-            return {u"-1"_s};
+            return {m_dialect == SqlDialect::Sqlite ? u"-1"_s : u"TRUE"_s};
         if (acceptKeyword(u"FALSE"))
-            return {u"0"_s};
+            return {m_dialect == SqlDialect::Sqlite ? u"0"_s : u"FALSE"_s};
         if (acceptKeyword(u"NULL"))
             return {u"NULL"_s};
         return fail(token, u"Syntax error in expression at "_s + quoted(token) + u"."_s);

@@ -12,8 +12,9 @@
 //   matter. The translator does not rewrite comparisons: SQLite text columns are declared
 //   COLLATE NOCASE (and SQLite's LIKE folds ASCII anyway); PostgreSQL text columns are citext and
 //   'like' becomes ILIKE ... ESCAPE '' (no escape character, as in the desktop store).
-// - Booleans are stored as the integers -1 (true) and 0 (false). The literals true/false in any
-//   case are written as -1 and 0.
+// - Booleans are stored as the integers -1 (true) and 0 (false) in SQLite, and as booleans in
+//   PostgreSQL. The literals true/false in any case are written as -1 and 0 for SQLite, TRUE and
+//   FALSE for PostgreSQL; bound values are converted by the engine to what the column takes.
 // - Dates. `now` (a bare identifier now, or Now()) becomes a bound parameter holding the local
 //   date-time from the translator's clock: the text "yyyy-MM-dd HH:mm:ss" for SQLite, a
 //   QDateTime (timestamp) for PostgreSQL. See dateTimeValue().
@@ -24,7 +25,8 @@
 //   (SQLITE_DBCONFIG_DQS_DML and SQLITE_DBCONFIG_DQS_DDL set to 0), or a misspelt column name
 //   would silently become a string instead of an error.
 // - Row keys. Keyed statements use SQLite's rowid and PostgreSQL's ctid, so tables are ordinary
-//   rowid tables in SQLite.
+//   rowid tables in SQLite. A ctid changes when its row is written; the engine hands the new one
+//   back (see PostgresEngine).
 //
 // Statement kinds and how to run them:
 // - Select: run `sql` with `values`. For a select from one table `keyedSql` is the same query with

@@ -160,12 +160,15 @@ std::optional<ColumnType> SqliteEngine::typeFromName(const char* declared)
 
 bool SqliteEngine::fail()
 {
-    return fail(utf8(sqlite3_errmsg(m_handle)));
+    fail(utf8(sqlite3_errmsg(m_handle)));
+    m_duplicate = sqlite3_extended_errcode(m_handle) == SQLITE_CONSTRAINT_UNIQUE;
+    return false;
 }
 
 bool SqliteEngine::fail(const QString& message)
 {
     m_error = message;
+    m_duplicate = false;
     return false;
 }
 
@@ -280,7 +283,7 @@ const QList<ResultColumn>& SqliteEngine::describedColumns(sqlite3_stmt* statemen
 }
 
 bool SqliteEngine::updateRow(
-    const QString& table, const QStringList& columns, const QVariantList& values, const QVariant& key, long* changes)
+    const QString& table, const QStringList& columns, const QVariantList& values, QVariant& key, long* changes)
 {
     const QString sql = QStringLiteral("UPDATE ") + SqlTranslator::quoteIdentifier(table) + QStringLiteral(" SET ")
         + quotedList(columns, QStringLiteral(" = ?")) + QStringLiteral(" WHERE rowid = ?");
