@@ -19,9 +19,9 @@ namespace marlet {
 // boolean column takes -1/0 as true/false, a timestamp takes the store's date text. Results come
 // back in the store's forms: booleans as -1/0, timestamps as "yyyy-MM-dd HH:mm:ss".
 //
-// A row's key is its ctid, the row's place in the table. It moves when the row is written, so an
-// update hands the new one back; a row that another server changed since it was read is not found,
-// as a record set expects of a row changed under it.
+// A row's key is the hidden column PostgresRowKey, numbered as rows are added (see SqlTranslator).
+// A table the schema does not know goes by ctid, the row's place, which moves when the row is
+// written: an update hands the new one back.
 class PostgresEngine final : public StoreEngine
 {
 public:
