@@ -7,6 +7,7 @@
 #include <libpq-fe.h>
 
 #include <cstdlib>
+#include <tuple>
 #include <vector>
 
 namespace marlet {
@@ -486,6 +487,16 @@ bool PostgresEngine::deleteRow(const QString& table, const QVariant& key, long* 
 QStringList PostgresEngine::schemaSql(const Schema& schema) const
 {
     QStringList statements {QStringLiteral("CREATE EXTENSION IF NOT EXISTS citext")};
+    // A boolean column compared with the store's -1/0, as statements written for SQLite do.
+    for (const auto& [op, function, body] : {std::tuple {"=", "marlet_bool_eq_int", "$1 = ($2 <> 0)"},
+             std::tuple {"<>", "marlet_bool_ne_int", "$1 <> ($2 <> 0)"}}) {
+        statements.append(QStringLiteral("DROP OPERATOR IF EXISTS %1 (boolean, integer)").arg(QLatin1String(op)));
+        statements.append(QStringLiteral("CREATE OR REPLACE FUNCTION %1(boolean, integer) RETURNS boolean "
+                                         "LANGUAGE sql IMMUTABLE AS 'SELECT %2'")
+                .arg(QLatin1String(function), QLatin1String(body)));
+        statements.append(QStringLiteral("CREATE OPERATOR %1 (LEFTARG = boolean, RIGHTARG = integer, FUNCTION = %2)")
+                .arg(QLatin1String(op), QLatin1String(function)));
+    }
     for (const TableDef& table : schema.tables()) {
         QStringList columns;
         for (const ColumnDef& column : table.columns)

@@ -384,7 +384,8 @@ private:
         const QString list = expandedStars(written);
         m_result.kind = StatementKind::Select;
         m_result.sql = u"SELECT "_s + list + u" FROM "_s + from + tail;
-        if (m_tables.size() == 1)
+        // PostgreSQL takes no row key beside an aggregate; such a result is read-only there.
+        if (m_tables.size() == 1 && !(m_aggregated && m_dialect == SqlDialect::Postgres))
             m_result.keyedSql = u"SELECT "_s + rowKey(m_tables.first()) + u", "_s + list + u" FROM "_s + from + tail;
     }
 

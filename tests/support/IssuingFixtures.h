@@ -34,7 +34,8 @@ public:
     bool addTicket(const QString& table, const QString& username, bool member)
     {
         return connection.executeNative(
-            QStringLiteral("INSERT INTO \"%1\" (TicketGrp, Username, Member) VALUES (?, ?, ?)").arg(table),
+            QStringLiteral("INSERT INTO %1 (TicketGrp, Username, Member) VALUES (?, ?, ?)")
+                .arg(SqlTranslator::quoteIdentifier(table)),
             {QStringLiteral("240101120000"), username, member ? -1 : 0});
     }
 
