@@ -342,11 +342,23 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.Night = m_form[genacc::chkTimePeriod].value() == 1;
     ticket.Once = m_form[genacc::chkOnce].value() == 1;
     // A ticket counts once the store has it. A refusal is tried once more, after the store's own
-    // wait for a lock another program holds; a second refusal ends the batch.
-    bool stored = tickets.AddNew();
-    if (stored) {
-        writeTicketRow(tickets, ticket);
-        stored = tickets.Update() || tickets.Update();
+    // wait for a lock another program holds; a second refusal ends the batch. A name that another
+    // server stored since the draw looked it up is drawn again.
+    bool stored = false;
+    for (int draw = 1;; ++draw) {
+        stored = tickets.AddNew();
+        if (stored) {
+            writeTicketRow(tickets, ticket);
+            stored = tickets.Update() || (!tickets.lastFailureWasDuplicate() && tickets.Update());
+        }
+        if (stored || !tickets.lastFailureWasDuplicate() || draw >= UsernameDrawAttempts)
+            break;
+        tickets.CancelUpdate();
+        const std::optional<QString> again
+            = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
+        if (!again)
+            break;
+        ticket.Username = *again;
     }
     if (!stored) {
         m_failedPosition = position;

@@ -508,7 +508,7 @@ QStringList PostgresEngine::schemaSql(const Schema& schema) const
             + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
     }
     for (const IndexDef& index : schema.indexes()) {
-        statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
+        statements.append(QLatin1String(index.unique || index.uniqueWhenShared ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
             + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
             + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
             + SqlTranslator::quoteIdentifier(index.column) + u')');

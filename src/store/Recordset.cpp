@@ -357,8 +357,11 @@ bool Recordset::Update()
         return true;
     if (!checkWritable())
         return false;
-    if (!(m_editMode == EditMode::Adding ? insertNew() : updateCurrent()))
+    m_duplicate = false;
+    if (!(m_editMode == EditMode::Adding ? insertNew() : updateCurrent())) {
+        m_duplicate = m_connection->engine()->lastFailureWasDuplicate();
         return false;
+    }
     m_editMode = EditMode::None;
     m_pending.clear();
     forgetDecodedRow();

@@ -77,6 +77,8 @@ public:
     bool setValue(const QString& name, const QVariant& value);
 
     QString lastError() const { return m_lastError; }
+    // True when the last Update was refused for a value that a unique index holds already.
+    bool lastFailureWasDuplicate() const { return m_duplicate; }
 
 private:
     bool fail(const QString& message) const;
@@ -114,6 +116,7 @@ private:
     mutable QHash<QString, int> m_nameCache; // spelling asked for -> field, for the fields of m_cachedNames
     QStringList m_cachedNames;
     mutable QString m_lastError;
+    bool m_duplicate = false;
 };
 
 } // namespace marlet
