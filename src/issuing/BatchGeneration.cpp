@@ -354,8 +354,7 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
         if (stored || !tickets.lastFailureWasDuplicate() || draw >= UsernameDrawAttempts)
             break;
         tickets.CancelUpdate();
-        const std::optional<QString> again
-            = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
+        const std::optional<QString> again = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
         if (!again)
             break;
         ticket.Username = *again;

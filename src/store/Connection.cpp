@@ -76,8 +76,8 @@ ConnectionTarget parseConnectionString(const QString& connectionString)
 
 QString shownConnection(const QString& connectionString)
 {
-    static const QRegularExpression uriPassword(QStringLiteral("^(postgres(ql)?://[^:@/]*):[^@/]*@"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression uriPassword(
+        QStringLiteral("^(postgres(ql)?://[^:@/]*):[^@/]*@"), QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression keywordPassword(QStringLiteral("\\bpassword\\s*=\\s*('[^']*'|\\S*)"));
     QString shown = connectionString.trimmed();
     shown.replace(uriPassword, QStringLiteral("\\1@"));

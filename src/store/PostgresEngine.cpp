@@ -248,20 +248,19 @@ bool PostgresEngine::fail(const pg_result* result)
         m_prepared.clear();
         return fail(QStringLiteral("The connection to the PostgreSQL server was lost: %1").arg(reason));
     }
-    const QString message = result ? utf8(PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY))
-                                   : utf8(PQerrorMessage(m_connection));
+    const QString message
+        = result ? utf8(PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY)) : utf8(PQerrorMessage(m_connection));
     if (m_sqlState == "55P03")
         return fail(QStringLiteral("The database is busy: another server held a lock on the rows for more than "
                                    "%1 seconds. Try again.")
                         .arg(m_lockTimeout / 1000.0));
     if (m_sqlState == "57014")
-        return fail(QStringLiteral("The statement was stopped after running for %1 seconds.")
-                        .arg(statementTimeout / 1000));
+        return fail(
+            QStringLiteral("The statement was stopped after running for %1 seconds.").arg(statementTimeout / 1000));
     if (m_sqlState == "40P01")
         return fail(QStringLiteral("The database stopped the statement: two servers waited for each other's "
                                    "rows. Try again."));
-    return fail(message.isEmpty() ? QStringLiteral("The PostgreSQL server gave no reason for the failure.")
-                                  : message);
+    return fail(message.isEmpty() ? QStringLiteral("The PostgreSQL server gave no reason for the failure.") : message);
 }
 
 PostgresEngine::Prepared* PostgresEngine::prepare(const QString& sql)
@@ -311,8 +310,8 @@ PostgresEngine::Result PostgresEngine::run(const QString& sql, const QVariantLis
             return Result(nullptr, clearResult);
         if (prepared->parameterTypes.size() != values.size()) {
             fail(QStringLiteral("Number of values (%1) does not match the statement's parameters (%2).")
-                    .arg(values.size())
-                    .arg(prepared->parameterTypes.size()));
+                     .arg(values.size())
+                     .arg(prepared->parameterTypes.size()));
             return Result(nullptr, clearResult);
         }
         std::vector<std::optional<QByteArray>> texts;
@@ -322,13 +321,9 @@ PostgresEngine::Result PostgresEngine::run(const QString& sql, const QVariantLis
             texts.push_back(parameterText(values.at(i), prepared->parameterTypes.at(i)));
             pointers.push_back(texts.back() ? texts.back()->constData() : nullptr);
         }
-        Result result(PQexecPrepared(m_connection,
-                          prepared->name.constData(),
-                          int(values.size()),
-                          pointers.data(),
-                          nullptr,
-                          nullptr,
-                          0),
+        Result result(
+            PQexecPrepared(
+                m_connection, prepared->name.constData(), int(values.size()), pointers.data(), nullptr, nullptr, 0),
             clearResult);
         const ExecStatusType status = PQresultStatus(result.get());
         if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK) {
@@ -479,8 +474,8 @@ bool PostgresEngine::insertRow(
 
 bool PostgresEngine::deleteRow(const QString& table, const QVariant& key, long* changes)
 {
-    const QString sql = QStringLiteral("DELETE FROM ") + SqlTranslator::quoteIdentifier(table) + QStringLiteral(" WHERE ")
-        + SqlTranslator::rowKeyCondition(table, SqlDialect::Postgres);
+    const QString sql = QStringLiteral("DELETE FROM ") + SqlTranslator::quoteIdentifier(table)
+        + QStringLiteral(" WHERE ") + SqlTranslator::rowKeyCondition(table, SqlDialect::Postgres);
     return execute(sql, {key}, changes);
 }
 
@@ -493,9 +488,9 @@ QStringList PostgresEngine::schemaSql(const Schema& schema) const
         statements.append(QStringLiteral("DROP OPERATOR IF EXISTS %1 (boolean, integer)").arg(QLatin1String(op)));
         statements.append(QStringLiteral("CREATE OR REPLACE FUNCTION %1(boolean, integer) RETURNS boolean "
                                          "LANGUAGE sql IMMUTABLE AS 'SELECT %2'")
-                .arg(QLatin1String(function), QLatin1String(body)));
+                              .arg(QLatin1String(function), QLatin1String(body)));
         statements.append(QStringLiteral("CREATE OPERATOR %1 (LEFTARG = boolean, RIGHTARG = integer, FUNCTION = %2)")
-                .arg(QLatin1String(op), QLatin1String(function)));
+                              .arg(QLatin1String(op), QLatin1String(function)));
     }
     for (const TableDef& table : schema.tables()) {
         QStringList columns;
@@ -508,7 +503,8 @@ QStringList PostgresEngine::schemaSql(const Schema& schema) const
             + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
     }
     for (const IndexDef& index : schema.indexes()) {
-        statements.append(QLatin1String(index.unique || index.uniqueWhenShared ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
+        statements.append(
+            QLatin1String(index.unique || index.uniqueWhenShared ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
             + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
             + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
             + SqlTranslator::quoteIdentifier(index.column) + u')');

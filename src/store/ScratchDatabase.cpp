@@ -75,8 +75,8 @@ QString ScratchDatabase::create(const QString& password)
     const QString name = QStringLiteral("marlet_%1_%2")
                              .arg(QCoreApplication::applicationPid())
                              .arg(QUuid::createUuid().toString(QUuid::Id128).left(12));
-    if (!maintenance.executeNative(QStringLiteral("CREATE DATABASE ") + name + QStringLiteral(" TEMPLATE ")
-            + templateName))
+    if (!maintenance.executeNative(
+            QStringLiteral("CREATE DATABASE ") + name + QStringLiteral(" TEMPLATE ") + templateName))
         return maintenance.lastError();
     m_name = name;
     m_connectionString = withDatabase(m_server, name);
@@ -96,7 +96,8 @@ ScratchDatabase::~ScratchDatabase()
         return;
     Connection maintenance;
     if (maintenance.Open(withDatabase(m_server, QStringLiteral("postgres"))))
-        maintenance.executeNative(QStringLiteral("DROP DATABASE IF EXISTS ") + m_name + QStringLiteral(" WITH (FORCE)"));
+        maintenance.executeNative(
+            QStringLiteral("DROP DATABASE IF EXISTS ") + m_name + QStringLiteral(" WITH (FORCE)"));
 }
 
 } // namespace marlet

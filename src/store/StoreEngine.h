@@ -39,11 +39,8 @@ public:
 
     // Write-back of one row of a single-table result set. Columns are names of the table. An engine
     // whose row keys move when a row is written puts the row's new key in `key`.
-    virtual bool updateRow(const QString& table,
-        const QStringList& columns,
-        const QVariantList& values,
-        QVariant& key,
-        long* changes)
+    virtual bool updateRow(
+        const QString& table, const QStringList& columns, const QVariantList& values, QVariant& key, long* changes)
         = 0;
     virtual bool insertRow(const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key)
         = 0;

@@ -70,8 +70,8 @@ private slots:
         QVERIFY2(connection.Open(database.connectionString()), qPrintable(connection.lastError()));
         QCOMPARE(test::queryRows(connection, u"select count(*) from Account"_s), QStringList {u"3996"_s});
         // Every name once, whichever server drew it.
-        QCOMPARE(test::queryRows(connection, u"select count(*) from Account where member=false"_s),
-            QStringList {u"3996"_s});
+        QCOMPARE(
+            test::queryRows(connection, u"select count(*) from Account where member=false"_s), QStringList {u"3996"_s});
         QVERIFY(connection.executeNative(u"CREATE TEMPORARY TABLE names AS SELECT DISTINCT upper(username::text) "
                                          u"AS name FROM account"_s));
         QVERIFY(connection.executeNative(u"CREATE TEMPORARY TABLE numbers AS SELECT DISTINCT ticketgrp || ticketno "
@@ -90,8 +90,8 @@ private slots:
         double numbered = 0;
         for (; !groups.Eof(); groups.MoveNext()) {
             const QString group = groups.value(u"TicketGrp"_s).toString();
-            QCOMPARE(Recordset::countRows(Statement(u"select * from Account where TicketGrp = '{}'"_s, {group}),
-                         connection),
+            QCOMPARE(
+                Recordset::countRows(Statement(u"select * from Account where TicketGrp = '{}'"_s, {group}), connection),
                 999L);
             QCOMPARE(groups.value(u"Number"_s).toDouble(), 1000.0);
             QVERIFY2(groups.value(u"TimeGenerated"_s).toString().startsWith(u"Completed at "_s),
@@ -117,11 +117,11 @@ private slots:
         // keeps its count when the refused statement is undone. Writing the same name again would
         // meet the row again: each refusal must bring a new draw.
         QVERIFY2(connection.executeNative(u"CREATE SEQUENCE writes"_s), qPrintable(connection.lastError()));
-        QVERIFY2(connection.executeNative(
-                     u"CREATE FUNCTION squat() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
-                     u"IF nextval('writes') <= 2 THEN RAISE unique_violation USING MESSAGE = "
-                     u"'duplicate key value violates unique constraint \"account_username\"'; END IF; "
-                     u"RETURN NEW; END $$"_s),
+        QVERIFY2(
+            connection.executeNative(u"CREATE FUNCTION squat() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+                                     u"IF nextval('writes') <= 2 THEN RAISE unique_violation USING MESSAGE = "
+                                     u"'duplicate key value violates unique constraint \"account_username\"'; END IF; "
+                                     u"RETURN NEW; END $$"_s),
             qPrintable(connection.lastError()));
         QVERIFY2(connection.executeNative(
                      u"CREATE TRIGGER squat BEFORE INSERT ON account FOR EACH ROW EXECUTE FUNCTION squat()"_s),
@@ -136,8 +136,8 @@ private slots:
         QCOMPARE(test::queryRows(connection, u"select TicketNo from Account"_s),
             (QStringList {u"001"_s, u"002"_s, u"003"_s}));
         // Three tickets stored, two refused writes before them.
-        QCOMPARE(test::queryRows(connection, u"select count(*) from Account where member = false"_s),
-            QStringList {u"3"_s});
+        QCOMPARE(
+            test::queryRows(connection, u"select count(*) from Account where member = false"_s), QStringList {u"3"_s});
         QVERIFY(connection.executeNative(u"CREATE TEMPORARY TABLE counted AS SELECT last_value FROM writes"_s));
         QCOMPARE(test::queryRows(connection, u"select * from counted"_s), QStringList {u"5"_s});
     }

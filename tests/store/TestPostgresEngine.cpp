@@ -83,8 +83,8 @@ private slots:
         QVERIFY(read.value(u"Password"_s).isNull());
         QCOMPARE(test::queryRows(m_connection, u"select count(*) from Account where NEW = true and Time = 342.5"_s),
             QStringList {u"1"_s});
-        QCOMPARE(test::queryRows(m_connection, u"select count(*) from Account where Member = 0"_s),
-            QStringList {u"1"_s});
+        QCOMPARE(
+            test::queryRows(m_connection, u"select count(*) from Account where Member = 0"_s), QStringList {u"1"_s});
         QVERIFY(m_connection.Execute(Statement(u"Delete * from Account"_s)));
     }
 
@@ -107,8 +107,8 @@ private slots:
             QVERIFY(m_connection.Execute(
                 Statement(u"Insert into Capt (Caption) values ('{}')"_s, {QString::fromLatin1(name)})));
         QVERIFY(m_connection.Execute(Statement(u"Update Capt set Caption = 'ONE!' where Caption = 'ONE'"_s)));
-        QCOMPARE(test::queryRows(m_connection, u"select * from Capt"_s),
-            (QStringList {u"ONE!"_s, u"TWO"_s, u"THREE"_s}));
+        QCOMPARE(
+            test::queryRows(m_connection, u"select * from Capt"_s), (QStringList {u"ONE!"_s, u"TWO"_s, u"THREE"_s}));
         Recordset rs;
         QVERIFY(rs.Open(Statement(u"select * from Capt"_s), m_connection, CursorType::Static, LockType::Optimistic));
         rs.MoveNext();
@@ -129,8 +129,8 @@ private slots:
         Recordset account;
         QVERIFY(account.Open(Statement(u"select * from Account where Username = 'COPY01'"_s), m_connection));
         Recordset bin;
-        QVERIFY(bin.Open(Statement(u"select * from RecycleBin"_s), m_connection, CursorType::Static,
-            LockType::Optimistic));
+        QVERIFY(
+            bin.Open(Statement(u"select * from RecycleBin"_s), m_connection, CursorType::Static, LockType::Optimistic));
         QCOMPARE(bin.fieldCount(), account.fieldCount() + 2);
         QVERIFY(bin.AddNew());
         for (int column = 0; column < account.fieldCount(); ++column)

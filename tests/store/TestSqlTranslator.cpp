@@ -77,8 +77,8 @@ private slots:
             << StatementKind::Select << u"SELECT * FROM \"account\" WHERE \"username\" LIKE ?"_s
             << QVariantList {u"%ABCD%"_s};
         QTest::newRow("like is ILIKE without an escape character on PostgreSQL")
-            << u"select Username from Account where member=false and TicketGrp like '{}%'"_s
-            << QVariantList {u"24"_s} << postgres << StatementKind::Select
+            << u"select Username from Account where member=false and TicketGrp like '{}%'"_s << QVariantList {u"24"_s}
+            << postgres << StatementKind::Select
             << u"SELECT \"username\" FROM \"account\" WHERE \"member\" = FALSE AND \"ticketgrp\" ILIKE ? ESCAPE '' "
                u"ORDER BY \"account\".\"marlet_row\""_s
             << QVariantList {u"24%"_s};
@@ -119,10 +119,10 @@ private slots:
             << StatementKind::Select
             << u"SELECT * FROM \"account\" WHERE \"new\" = -1 AND \"member\" = 0 OR \"night\" = -1"_s
             << QVariantList {};
-        QTest::newRow("unequal to true")
-            << u"Delete * from Account where NEW <> TRUE and member=false"_s << QVariantList {} << postgres
-            << StatementKind::Delete << u"DELETE FROM \"account\" WHERE \"new\" <> TRUE AND \"member\" = FALSE"_s
-            << QVariantList {};
+        QTest::newRow("unequal to true") << u"Delete * from Account where NEW <> TRUE and member=false"_s
+                                         << QVariantList {} << postgres << StatementKind::Delete
+                                         << u"DELETE FROM \"account\" WHERE \"new\" <> TRUE AND \"member\" = FALSE"_s
+                                         << QVariantList {};
         QTest::newRow("two columns compared")
             << u"Select * from Account where LastUsed <> DateCreated and member=false"_s << QVariantList {} << sqlite
             << StatementKind::Select
@@ -292,8 +292,7 @@ private slots:
         QVERIFY(result.sql.isEmpty());
         QCOMPARE(result.values, QVariantList {u"M1"_s});
         QCOMPARE(result.steps.size(), 2);
-        const QString where
-            = u" FROM \"account\", \"members\" WHERE \"account\".\"member\" = "_s + truth
+        const QString where = u" FROM \"account\", \"members\" WHERE \"account\".\"member\" = "_s + truth
             + u" AND \"account\".\"username\" = ? AND \"account\".\"ticketgrp\" = \"members\".\"member_id\""_s;
         QCOMPARE(result.steps.at(0).table, u"account"_s);
         QCOMPARE(result.steps.at(0).selectKeysSql, u"SELECT DISTINCT \"account\"."_s + key + where);

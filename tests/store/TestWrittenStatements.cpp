@@ -7,11 +7,11 @@
 #include "store/SqliteEngine.h"
 #include "support/WrittenStatements.h"
 
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -84,8 +84,8 @@ private:
             postgres.replace(u"SELECT "_s + plain.join(u", "_s) + u" FROM"_s, u"SELECT * FROM"_s);
             postgres.replace(qualified.join(u", "_s), SqlTranslator::quoteIdentifier(table.name) + u".*"_s);
         }
-        static const QRegularExpression keyOrder(uR"((,| ORDER BY) "\w+"\."marlet_row"(, "\w+"\."marlet_row")*$)"_s,
-            QRegularExpression::MultilineOption);
+        static const QRegularExpression keyOrder(
+            uR"((,| ORDER BY) "\w+"\."marlet_row"(, "\w+"\."marlet_row")*$)"_s, QRegularExpression::MultilineOption);
         static const QRegularExpression truth(u"\\bTRUE\\b"_s);
         static const QRegularExpression falsehood(u"\\bFALSE\\b"_s);
         return postgres.replace(keyOrder, QString())
@@ -236,7 +236,8 @@ private:
         for (QString& row : rows) {
             QRegularExpressionMatch match;
             while ((match = accountFlags.match(row)).hasMatch())
-                row.replace(match.capturedStart(), match.capturedLength(),
+                row.replace(match.capturedStart(),
+                    match.capturedLength(),
                     match.captured(1) + (match.captured(2) == u"0"_s ? u", FALSE"_s : u", TRUE"_s)
                         + (match.captured(3) == u"0"_s ? u", FALSE"_s : u", TRUE"_s) + u", '2026"_s);
             row.replace(u"'NVT00009', 0)"_s, u"'NVT00009', FALSE)"_s);

@@ -33,9 +33,8 @@ public:
     // A bare ticket row, as another program might have left it, in Account or RecycleBin.
     bool addTicket(const QString& table, const QString& username, bool member)
     {
-        return connection.executeNative(
-            QStringLiteral("INSERT INTO %1 (TicketGrp, Username, Member) VALUES (?, ?, ?)")
-                .arg(SqlTranslator::quoteIdentifier(table)),
+        return connection.executeNative(QStringLiteral("INSERT INTO %1 (TicketGrp, Username, Member) VALUES (?, ?, ?)")
+                                            .arg(SqlTranslator::quoteIdentifier(table)),
             {QStringLiteral("240101120000"), username, member ? -1 : 0});
     }
 
