@@ -65,7 +65,7 @@ QList<CommandSpec> makeCommands()
             QStringLiteral("create a new database with its ADMINISTRATOR account"),
             {},
             {value("db",
-                 "CN",
+                 "PATH",
                  "the new database: a file, or an empty PostgreSQL database as postgresql://USER@HOST/DB "
                  "(else $MARLET_DB, else cafe.db in the data folder)"),
                 value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),

@@ -311,11 +311,47 @@ bool BatchGeneration::stopAnswered()
     return true;
 }
 
+namespace {
+
+// The draw of a free name and the write of the ticket, one server at a time where several share
+// the database: another server's batch cannot take the name between the look-up and the write.
+class TicketNameLock
+{
+public:
+    explicit TicketNameLock(Connection& connection)
+        : m_connection(connection)
+        , m_held(connection.holdSharedLock(name))
+    {
+    }
+    ~TicketNameLock()
+    {
+        if (m_held)
+            m_connection.releaseSharedLock(name);
+    }
+    TicketNameLock(const TicketNameLock&) = delete;
+    TicketNameLock& operator=(const TicketNameLock&) = delete;
+
+    bool held() const { return m_held; }
+
+private:
+    static inline const QString name = QStringLiteral("marlet ticket names");
+    Connection& m_connection;
+    bool m_held;
+};
+
+} // namespace
+
 bool BatchGeneration::makeTicket(int position, Recordset& tickets)
 {
     Session& session = m_host.session();
     const SessionPreferences prefs = settings();
     const UniformSource source = systemUniformSource();
+    const TicketNameLock lock(session.connection());
+    if (!lock.held()) {
+        m_failedPosition = position;
+        m_storeFailure = session.connection().lastError();
+        return false;
+    }
     const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, source);
     if (!name) {
         m_failedPosition = position;
@@ -342,8 +378,8 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.Night = m_form[genacc::chkTimePeriod].value() == 1;
     ticket.Once = m_form[genacc::chkOnce].value() == 1;
     // A ticket counts once the store has it. A refusal is tried once more, after the store's own
-    // wait for a lock another program holds; a second refusal ends the batch. A name that another
-    // server stored since the draw looked it up is drawn again.
+    // wait for a lock another program holds; a second refusal ends the batch. A name refused as a
+    // duplicate (another program's row, stored since the draw looked the name up) is drawn again.
     bool stored = false;
     for (int draw = 1;; ++draw) {
         stored = tickets.AddNew();

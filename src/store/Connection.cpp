@@ -256,6 +256,22 @@ bool Connection::runMultiTableDelete(const TranslationResult& translation, long*
     return true;
 }
 
+bool Connection::holdSharedLock(const QString& name)
+{
+    if (!m_engine)
+        return fail(QStringLiteral("Operation is not allowed when the object is closed."));
+    if (m_dialect == SqlDialect::Sqlite)
+        return true;
+    return m_engine->execute(QStringLiteral("SELECT pg_advisory_lock(hashtext(?))"), {name})
+        || fail(m_engine->lastError());
+}
+
+void Connection::releaseSharedLock(const QString& name)
+{
+    if (m_engine && m_dialect == SqlDialect::Postgres)
+        m_engine->execute(QStringLiteral("SELECT pg_advisory_unlock(hashtext(?))"), {name});
+}
+
 bool Connection::executeNative(const QString& sql, const QVariantList& values)
 {
     if (!m_engine)

@@ -58,6 +58,13 @@ public:
     // How long a statement waits for another program's lock; takes effect at the next Open.
     void setBusyTimeout(int milliseconds) { m_busyTimeout = milliseconds; }
 
+    // Work that several servers sharing one database must not do at the same moment (drawing a
+    // free ticket name and storing it): on PostgreSQL a lock of that name on the server, waited
+    // for up to the busy timeout; on an SQLite file, which one server uses, nothing to wait for.
+    // Held until released or the connection closes.
+    bool holdSharedLock(const QString& name);
+    void releaseSharedLock(const QString& name);
+
     // A statement in the screens' dialect, translated for this connection's engine.
     TranslationResult translate(const Statement& statement) const;
     // Engine SQL as it stands, for setting up a store (DatabaseInit) and for test fixtures only.

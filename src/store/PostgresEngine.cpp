@@ -149,6 +149,15 @@ void addCell(const pg_result* result, int row, int column, RowStore& rows)
     }
 }
 
+// Waits end in a clear message instead of hanging a screen; notices would go to stderr.
+QString sessionSetup(int lockTimeout)
+{
+    return QStringLiteral("SET lock_timeout = %1; SET statement_timeout = %2; "
+                          "SET client_min_messages = warning; SET datestyle = 'ISO, YMD'")
+        .arg(lockTimeout)
+        .arg(statementTimeout);
+}
+
 QString utf8(const char* text)
 {
     return text ? QString::fromUtf8(text).trimmed() : QString();
@@ -167,12 +176,7 @@ std::unique_ptr<PostgresEngine> PostgresEngine::connect(const QString& target, i
     }
     PQsetClientEncoding(connection, "UTF8");
     std::unique_ptr<PostgresEngine> engine(new PostgresEngine(connection, lockTimeout));
-    // Waits end in a clear message instead of hanging a screen; notices would go to stderr.
-    const QString setup = QStringLiteral("SET lock_timeout = %1; SET statement_timeout = %2; "
-                                         "SET client_min_messages = warning; SET datestyle = 'ISO, YMD'")
-                              .arg(lockTimeout)
-                              .arg(statementTimeout);
-    if (!engine->execute(setup, {})) {
+    if (!engine->execute(sessionSetup(lockTimeout), {})) {
         *error = engine->lastError();
         return nullptr;
     }
@@ -243,8 +247,12 @@ bool PostgresEngine::fail(const pg_result* result)
     m_sqlState = result ? QByteArray(PQresultErrorField(result, PG_DIAG_SQLSTATE)) : QByteArray();
     if (PQstatus(m_connection) == CONNECTION_BAD) {
         const QString reason = utf8(PQerrorMessage(m_connection));
-        // The next statement tries again on a new connection.
+        // The next statement tries again on a new connection, set up as the first one was.
         PQreset(m_connection);
+        if (PQstatus(m_connection) == CONNECTION_OK) {
+            PQsetClientEncoding(m_connection, "UTF8");
+            Result done(PQexec(m_connection, sessionSetup(m_lockTimeout).toUtf8().constData()), clearResult);
+        }
         m_prepared.clear();
         return fail(QStringLiteral("The connection to the PostgreSQL server was lost: %1").arg(reason));
     }
@@ -503,8 +511,7 @@ QStringList PostgresEngine::schemaSql(const Schema& schema) const
             + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
     }
     for (const IndexDef& index : schema.indexes()) {
-        statements.append(
-            QLatin1String(index.unique || index.uniqueWhenShared ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
+        statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
             + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
             + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
             + SqlTranslator::quoteIdentifier(index.column) + u')');

@@ -219,9 +219,7 @@ Schema::Schema()
     // ticket group is one row of TicketInfo: two operators who start a batch in the same second
     // must not share one, or one's discard would delete the other's tickets.
     m_indexes = {
-        // The screens keep ticket names unique in Account (the draw looks the name up, a restore
-        // from the bin overwrites), so a shared store can hold them to it.
-        {QStringLiteral("account_username"), QStringLiteral("Account"), QStringLiteral("Username"), false, true},
+        {QStringLiteral("account_username"), QStringLiteral("Account"), QStringLiteral("Username")},
         {QStringLiteral("account_ticketgrp"), QStringLiteral("Account"), QStringLiteral("TicketGrp")},
         {QStringLiteral("recyclebin_username"), QStringLiteral("RecycleBin"), QStringLiteral("Username")},
         {QStringLiteral("ticketinfo_ticketgrp"), QStringLiteral("TicketInfo"), QStringLiteral("TicketGrp"), true},

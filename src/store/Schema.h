@@ -44,9 +44,6 @@ struct IndexDef
     QString table;
     QString column;
     bool unique = false;
-    // Unique in a database that several servers share (PostgreSQL), where the screens' own check
-    // before a write cannot see what another server writes at the same moment.
-    bool uniqueWhenShared = false;
 };
 
 // The tables that the component requires, with their columns in the stated order. The order binds:

@@ -102,8 +102,8 @@ private slots:
             QStringList {u"%1 | %2"_s.arg(numbered).arg(numbered * 100)});
     }
 
-    // Another server stores the name between this one's look-up and its write: the unique index
-    // refuses the row and the batch draws another name instead of stopping.
+    // A write refused as a duplicate (a unique index a café added, another program's row stored
+    // between the look-up and the write): the batch draws another name instead of stopping.
     void testANameTakenAfterTheDrawIsDrawnAgain()
     {
         if (ScratchDatabase::server().isEmpty())

@@ -144,22 +144,45 @@ private slots:
         QVERIFY(m_connection.Execute(Statement(u"Delete * from Account"_s)));
     }
 
-    void testASecondRowOfANameIsRefusedAsADuplicate()
+    void testASecondRowOfAGroupIsRefusedAsADuplicate()
     {
         Recordset rs;
-        QVERIFY(rs.Open(Statement(u"select * from Account"_s), m_connection, CursorType::Static, LockType::Optimistic));
-        for (const QString& name : {u"SAME01"_s, u"same01"_s}) {
+        QVERIFY(rs.Open(Statement(u"select * from TicketInfo"_s), m_connection, CursorType::Static,
+            LockType::Optimistic));
+        for (const QString& group : {u"G-SAME"_s, u"g-same"_s}) {
             QVERIFY(rs.AddNew());
-            rs.setValue(u"Username"_s, name);
-            rs.setValue(u"Member"_s, false);
-            if (name == u"SAME01"_s)
+            rs.setValue(u"TicketGrp"_s, group);
+            if (group == u"G-SAME"_s)
                 QVERIFY2(rs.Update(), qPrintable(rs.lastError()));
         }
         QVERIFY(!rs.Update());
         QVERIFY(rs.lastFailureWasDuplicate());
-        QVERIFY2(rs.lastError().contains(u"account_username"_s), qPrintable(rs.lastError()));
+        QVERIFY2(rs.lastError().contains(u"ticketinfo_ticketgrp"_s), qPrintable(rs.lastError()));
         QVERIFY(rs.CancelUpdate());
+        QVERIFY(m_connection.Execute(Statement(u"Delete * from TicketInfo"_s)));
+        // Names may repeat in Account, as tickets another program wrote may.
+        QVERIFY(m_connection.Execute(Statement(u"Insert into Account (Username) values ('TWIN')"_s)));
+        QVERIFY(m_connection.Execute(Statement(u"Insert into Account (Username) values ('twin')"_s)));
         QVERIFY(m_connection.Execute(Statement(u"Delete * from Account"_s)));
+    }
+
+    // The lock that one server holds while it draws a ticket name and stores the ticket.
+    void testASharedLockIsHeldByOneServerAtATime()
+    {
+        Connection first;
+        QVERIFY(first.Open(m_database->connectionString()));
+        Connection second;
+        second.setBusyTimeout(300);
+        QVERIFY(second.Open(m_database->connectionString()));
+        QVERIFY2(first.holdSharedLock(u"names"_s), qPrintable(first.lastError()));
+        QVERIFY(!second.holdSharedLock(u"names"_s));
+        QCOMPARE(second.lastError(),
+            u"The database is busy: another server held a lock on the rows for more than 0.3 seconds. Try again."_s);
+        QVERIFY2(second.holdSharedLock(u"other work"_s), qPrintable(second.lastError()));
+        first.releaseSharedLock(u"names"_s);
+        QVERIFY2(second.holdSharedLock(u"names"_s), qPrintable(second.lastError()));
+        second.releaseSharedLock(u"names"_s);
+        second.releaseSharedLock(u"other work"_s);
     }
 
     void testAWaitForAnotherServersLockEnds()
