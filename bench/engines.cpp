@@ -157,7 +157,8 @@ std::vector<double> measure(bool postgres, int rows)
             if (!tickets.Update())
                 fail(tickets.lastError());
         }
-    }).wall / single);
+    }).wall
+        / single);
 
     // A walk over every ticket, every value read, as the listing and the bin load do.
     figures.push_back(fastestOf(3, [&] {
@@ -192,7 +193,8 @@ std::vector<double> measure(bool postgres, int rows)
                 != 1)
                 fail(QStringLiteral("a lookup missed"));
         }
-    }).wall / lookups);
+    }).wall
+        / lookups);
     connection.Close();
 
     // Whole batches through the program, each on a fresh database (a full one refuses them).

@@ -1,6 +1,7 @@
 #include "store/SqliteEngine.h"
 
 #include "store/RowStore.h"
+#include "store/SchemaSql.h"
 #include "store/SqlTranslator.h"
 #include "store/StoreValue.h"
 
@@ -318,23 +319,9 @@ bool SqliteEngine::deleteRow(const QString& table, const QVariant& key, long* ch
 
 QStringList SqliteEngine::schemaSql(const Schema& schema) const
 {
-    QStringList statements;
-    for (const TableDef& table : schema.tables()) {
-        QStringList columns;
-        for (const ColumnDef& column : table.columns) {
-            const QString collation = column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString();
-            columns.append(SqlTranslator::quoteIdentifier(column.name) + u' ' + typeName(column.type) + collation);
-        }
-        statements.append(QStringLiteral("CREATE TABLE ") + SqlTranslator::quoteIdentifier(table.name)
-            + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
-    }
-    for (const IndexDef& index : schema.indexes()) {
-        statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
-            + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
-            + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
-            + SqlTranslator::quoteIdentifier(index.column) + u')');
-    }
-    return statements;
+    return schemaStatements(schema, [](const ColumnDef& column) {
+        return typeName(column.type) + (column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString());
+    });
 }
 
 } // namespace marlet

@@ -147,8 +147,8 @@ private slots:
     void testASecondRowOfAGroupIsRefusedAsADuplicate()
     {
         Recordset rs;
-        QVERIFY(rs.Open(Statement(u"select * from TicketInfo"_s), m_connection, CursorType::Static,
-            LockType::Optimistic));
+        QVERIFY(
+            rs.Open(Statement(u"select * from TicketInfo"_s), m_connection, CursorType::Static, LockType::Optimistic));
         for (const QString& group : {u"G-SAME"_s, u"g-same"_s}) {
             QVERIFY(rs.AddNew());
             rs.setValue(u"TicketGrp"_s, group);
