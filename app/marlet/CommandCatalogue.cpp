@@ -18,7 +18,8 @@ OptionSpec flagOption(const char* name, const char* help)
 
 const OptionSpec db = value("db",
     "CN",
-    "the database: sqlite:PATH, a bare PATH or Data Source=PATH (else $MARLET_DB, else cafe.db in the data folder)");
+    "the database: sqlite:PATH, a bare PATH, Data Source=PATH, or a PostgreSQL server as postgresql://USER@HOST/DB "
+    "or host=... dbname=... (else $MARLET_DB, else cafe.db in the data folder)");
 const OptionSpec app = value("app", "TITLE", "the host's title in message boxes (default Norvantis)");
 const OptionSpec user = value("user", "NAME", "the staff member at the counter");
 const OptionSpec power = flagOption("power", "the host runs with administrator power");
@@ -63,7 +64,10 @@ QList<CommandSpec> makeCommands()
         {QStringLiteral("init"),
             QStringLiteral("create a new database with its ADMINISTRATOR account"),
             {},
-            {value("db", "PATH", "the file of the new database (else $MARLET_DB, else cafe.db in the data folder)"),
+            {value("db",
+                 "PATH",
+                 "the new database: a file, or an empty PostgreSQL database as postgresql://USER@HOST/DB "
+                 "(else $MARLET_DB, else cafe.db in the data folder)"),
                 value("admin-password", "PW", "the ADMINISTRATOR's password (else one is made and shown once)"),
                 value("admin-password-file", "FILE", "the ADMINISTRATOR's password from the first line of a file"),
                 flagOption(
@@ -105,6 +109,7 @@ QList<CommandSpec> makeCommands()
                 value("second-password", "PW", "the second administrator's password (visible in the process list)"),
                 value("second-password-file", "FILE", "the second administrator's password from a file"),
                 value("export", "FILE", "also write the batch to FILE: JSON when it ends in .json, else CSV"),
+                flagOption("no-pause", "leave out the screen's pause of 50 ms between tickets"),
                 prefs,
                 appDir}},
         {QStringLiteral("export"),

@@ -65,6 +65,12 @@ public:
             TerminalPlatform::showModal(form);
     }
 
+    void sleep(int milliseconds) override
+    {
+        if (!m_options.flag(QStringLiteral("no-pause")))
+            TerminalPlatform::sleep(milliseconds);
+    }
+
     // While the batch runs, a line on the terminal follows the screen's progress bar; when the
     // output goes to a file or a pipe it stays quiet.
     void yield() override

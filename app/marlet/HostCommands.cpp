@@ -11,6 +11,7 @@
 #include "platform/TerminalPlatform.h"
 #include "script/EntryOperations.h"
 #include "script/ScenarioRunner.h"
+#include "store/Connection.h"
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseInit.h"
 #include "values/HostFlags.h"
@@ -110,7 +111,9 @@ int runEntryOperation(const QString& command, const HostOptions& options, Compon
 int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
 {
     const QString db = databaseOf(options);
-    if (!options.value(QStringLiteral("db")).contains(u':'))
+    const ConnectionTarget target = parseConnectionString(db);
+    const bool file = target.ok() && target.dialect == SqlDialect::Sqlite;
+    if (file && !options.value(QStringLiteral("db")).contains(u':'))
         QDir().mkpath(QFileInfo(db).absolutePath());
     DatabaseInit init;
     init.connectionString = db;
@@ -123,12 +126,12 @@ int runInit(const HostOptions& options, QTextStream& out, QTextStream& err)
     const InitResult result = init.run();
     if (!result.ok()) {
         err << "marlet init: " << result.error;
-        if (QFileInfo::exists(db) && !init.force)
+        if (file && QFileInfo::exists(target.location) && !init.force)
             err << " Add --force to replace it, or give another --db.";
         err << Qt::endl;
         return 1;
     }
-    out << "Database ready: " << db << Qt::endl;
+    out << "Database ready: " << shownConnection(db) << Qt::endl;
     const QString appFolder = options.value(QStringLiteral("app-dir"), Component::defaultApplicationFolder());
     if (QDir().mkpath(appFolder))
         out << "Application folder ready: " << appFolder << Qt::endl;

@@ -311,10 +311,46 @@ bool BatchGeneration::stopAnswered()
     return true;
 }
 
+namespace {
+
+// The draw of a free name and the write of the ticket, one server at a time where several share
+// the database: another server's batch cannot take the name between the look-up and the write.
+class TicketNameLock
+{
+public:
+    explicit TicketNameLock(Connection& connection)
+        : m_connection(connection)
+        , m_held(connection.holdSharedLock(name))
+    {
+    }
+    ~TicketNameLock()
+    {
+        if (m_held)
+            m_connection.releaseSharedLock(name);
+    }
+    TicketNameLock(const TicketNameLock&) = delete;
+    TicketNameLock& operator=(const TicketNameLock&) = delete;
+
+    bool held() const { return m_held; }
+
+private:
+    static inline const QString name = QStringLiteral("marlet ticket names");
+    Connection& m_connection;
+    bool m_held;
+};
+
+} // namespace
+
 bool BatchGeneration::makeTicket(int position, Recordset& tickets)
 {
     Session& session = m_host.session();
     const SessionPreferences prefs = settings();
+    const TicketNameLock lock(session.connection());
+    if (!lock.held()) {
+        m_failedPosition = position;
+        m_storeFailure = session.connection().lastError();
+        return false;
+    }
     const std::optional<QString> name = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, m_source);
     if (!name) {
         m_failedPosition = position;
@@ -341,11 +377,22 @@ bool BatchGeneration::makeTicket(int position, Recordset& tickets)
     ticket.Night = m_form[genacc::chkTimePeriod].value() == 1;
     ticket.Once = m_form[genacc::chkOnce].value() == 1;
     // A ticket counts once the store has it. A refusal is tried once more, after the store's own
-    // wait for a lock another program holds; a second refusal ends the batch.
-    bool stored = tickets.AddNew();
-    if (stored) {
-        writeTicketRow(tickets, ticket);
-        stored = tickets.Update() || tickets.Update();
+    // wait for a lock another program holds; a second refusal ends the batch. A name refused as a
+    // duplicate (another program's row, stored since the draw looked the name up) is drawn again.
+    bool stored = false;
+    for (int draw = 1;; ++draw) {
+        stored = tickets.AddNew();
+        if (stored) {
+            writeTicketRow(tickets, ticket);
+            stored = tickets.Update() || (!tickets.lastFailureWasDuplicate() && tickets.Update());
+        }
+        if (stored || !tickets.lastFailureWasDuplicate() || draw >= UsernameDrawAttempts)
+            break;
+        tickets.CancelUpdate();
+        const std::optional<QString> again = drawFreeUsername(tickets, session.connection(), prefs, m_prefix, m_source);
+        if (!again)
+            break;
+        ticket.Username = *again;
     }
     if (!stored) {
         m_failedPosition = position;

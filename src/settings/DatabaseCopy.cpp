@@ -103,7 +103,8 @@ sqlite3* liveHandle(const Connection& connection, Error& error)
 {
     if (parseConnectionString(connection.connectionString()).dialect != SqlDialect::Sqlite
         || connection.dialect() != SqlDialect::Sqlite) {
-        error = QStringLiteral("Copying a server database (PostgreSQL) is not supported yet.");
+        error = QStringLiteral("The database is on a PostgreSQL server, which this button does not copy: back it up "
+                               "on the server with pg_dump (see docs/cafe-chain.md).");
         return nullptr;
     }
     auto* engine = dynamic_cast<SqliteEngine*>(connection.engine());

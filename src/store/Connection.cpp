@@ -1,10 +1,12 @@
 #include "store/Connection.h"
 
+#include "store/PostgresEngine.h"
 #include "store/RowStore.h"
 #include "store/SqliteEngine.h"
 
 #include <QAtomicInteger>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -38,6 +40,14 @@ std::optional<QString> attribute(const QString& text, QStringView key)
     return std::nullopt;
 }
 
+// PostgreSQL's own "host=... dbname=..." form: words of key=value, no semicolons.
+bool isPostgresKeywords(const QString& text)
+{
+    static const QRegularExpression keyword(QStringLiteral(
+        "^(host|hostaddr|port|dbname|user|password|passfile|service|sslmode|connect_timeout|application_name)\\s*="));
+    return !text.contains(u';') && keyword.match(text).hasMatch();
+}
+
 } // namespace
 
 ConnectionTarget parseConnectionString(const QString& connectionString)
@@ -46,6 +56,8 @@ ConnectionTarget parseConnectionString(const QString& connectionString)
     if (text.isEmpty())
         return {SqlDialect::Sqlite, QString(), QStringLiteral("The connection string is empty.")};
     if (text.startsWith(u"postgresql://", Qt::CaseInsensitive) || text.startsWith(u"postgres://", Qt::CaseInsensitive))
+        return {SqlDialect::Postgres, text, QString()};
+    if (isPostgresKeywords(text))
         return {SqlDialect::Postgres, text, QString()};
     if (text.startsWith(u"sqlite:", Qt::CaseInsensitive)) {
         const QString path = text.mid(7);
@@ -60,6 +72,17 @@ ConnectionTarget parseConnectionString(const QString& connectionString)
         return {SqlDialect::Sqlite, *source, QString()};
     }
     return {SqlDialect::Sqlite, text, QString()};
+}
+
+QString shownConnection(const QString& connectionString)
+{
+    static const QRegularExpression uriPassword(
+        QStringLiteral("^(postgres(ql)?://[^:@/]*):[^@/]*@"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression keywordPassword(QStringLiteral("\\bpassword\\s*=\\s*('[^']*'|\\S*)"));
+    QString shown = connectionString.trimmed();
+    shown.replace(uriPassword, QStringLiteral("\\1@"));
+    shown.replace(keywordPassword, QStringLiteral("password=..."));
+    return shown;
 }
 
 namespace {
@@ -93,10 +116,14 @@ bool Connection::Open(const QString& connectionString)
     const ConnectionTarget target = parseConnectionString(connectionString);
     if (!target.ok())
         return fail(target.error);
-    if (target.dialect == SqlDialect::Postgres)
-        return fail(QStringLiteral("PostgreSQL connections are not available yet."));
-    if (!openSqlite(target.location))
+    if (target.dialect == SqlDialect::Postgres) {
+        QString error;
+        m_engine = PostgresEngine::connect(target.location, m_busyTimeout, &error);
+        if (!m_engine)
+            return fail(error);
+    } else if (!openSqlite(target.location)) {
         return false;
+    }
     if (m_dialect != target.dialect)
         m_plans.clear();
     m_dialect = target.dialect;
@@ -153,6 +180,8 @@ void Connection::Close()
     if (!m_engine)
         return;
     m_engine.reset();
+    if (!QSqlDatabase::contains(m_name))
+        return;
     QSqlDatabase::database(m_name, false).close();
     QSqlDatabase::removeDatabase(m_name);
 }
@@ -225,6 +254,22 @@ bool Connection::runMultiTableDelete(const TranslationResult& translation, long*
     if (rowsAffected)
         *rowsAffected = total;
     return true;
+}
+
+bool Connection::holdSharedLock(const QString& name)
+{
+    if (!m_engine)
+        return fail(QStringLiteral("Operation is not allowed when the object is closed."));
+    if (m_dialect == SqlDialect::Sqlite)
+        return true;
+    return m_engine->execute(QStringLiteral("SELECT pg_advisory_lock(hashtext(?))"), {name})
+        || fail(m_engine->lastError());
+}
+
+void Connection::releaseSharedLock(const QString& name)
+{
+    if (m_engine && m_dialect == SqlDialect::Postgres)
+        m_engine->execute(QStringLiteral("SELECT pg_advisory_unlock(hashtext(?))"), {name});
 }
 
 bool Connection::executeNative(const QString& sql, const QVariantList& values)

@@ -15,16 +15,19 @@ namespace marlet {
 class StoreEngine;
 
 // Where a connection string points: "sqlite:PATH", a bare PATH, and "Provider=...;Data Source=PATH;..."
-// all mean an SQLite file at PATH; "postgresql://..." (or "postgres://...") means PostgreSQL.
+// all mean an SQLite file at PATH; "postgresql://..." (or "postgres://...") and PostgreSQL's own
+// "host=... dbname=..." form mean a PostgreSQL database.
 struct ConnectionTarget
 {
     SqlDialect dialect = SqlDialect::Sqlite;
-    QString location; // the SQLite file, or the PostgreSQL URI as given
+    QString location; // the SQLite file, or the PostgreSQL connection as given
     QString error; // a string that names no store at all
 
     bool ok() const { return error.isEmpty(); }
 };
 ConnectionTarget parseConnectionString(const QString& connectionString);
+// A connection string as it may be shown: a password in it is left out.
+QString shownConnection(const QString& connectionString);
 
 // The one connection a session runs its statements on, in the manner of the desktop store's
 // connection object: Open, Execute, Close, State. Nothing throws: a failing call returns false and
@@ -54,6 +57,13 @@ public:
     QDateTime now() const;
     // How long a statement waits for another program's lock; takes effect at the next Open.
     void setBusyTimeout(int milliseconds) { m_busyTimeout = milliseconds; }
+
+    // Work that several servers sharing one database must not do at the same moment (drawing a
+    // free ticket name and storing it): on PostgreSQL a lock of that name on the server, waited
+    // for up to the busy timeout; on an SQLite file, which one server uses, nothing to wait for.
+    // Held until released or the connection closes.
+    bool holdSharedLock(const QString& name);
+    void releaseSharedLock(const QString& name);
 
     // A statement in the screens' dialect, translated for this connection's engine.
     TranslationResult translate(const Statement& statement) const;

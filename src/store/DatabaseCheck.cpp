@@ -1,6 +1,8 @@
 #include "store/DatabaseCheck.h"
 
 #include "store/Connection.h"
+#include "store/RowStore.h"
+#include "store/StoreEngine.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -58,6 +60,27 @@ QString contentProblem(const QString& path)
     return problem;
 }
 
+// A PostgreSQL database: the server answers and the database holds the tables.
+QString serverProblem(const QString& connectionString)
+{
+    Connection connection;
+    if (!connection.Open(connectionString))
+        return connection.lastError();
+    RowStore rows;
+    QList<ResultColumn> columns;
+    if (!connection.engine()->select(QStringLiteral("SELECT to_regclass('account') IS NOT NULL AND "
+                                                    "to_regclass('options') IS NOT NULL"),
+            {},
+            columns,
+            rows))
+        return connection.engine()->lastError();
+    std::vector<Cell> cells;
+    rows.decodeRow(0, cells);
+    if (cells.front().integer == 0)
+        return QStringLiteral("The database '%1' holds no ticket tables.").arg(shownConnection(connectionString));
+    return {};
+}
+
 } // namespace
 
 QString databaseProblem(const QString& connectionString)
@@ -65,8 +88,8 @@ QString databaseProblem(const QString& connectionString)
     const ConnectionTarget target = parseConnectionString(connectionString);
     if (!target.ok())
         return target.error;
-    if (target.dialect != SqlDialect::Sqlite)
-        return QStringLiteral("PostgreSQL databases are not available yet.");
+    if (target.dialect == SqlDialect::Postgres)
+        return serverProblem(connectionString);
     if (const QString problem = fileProblem(target.location); !problem.isEmpty())
         return problem;
     return contentProblem(target.location);

@@ -2,6 +2,7 @@
 
 #include "store/Connection.h"
 #include "store/PrivateFiles.h"
+#include "store/RowStore.h"
 #include "store/Schema.h"
 #include "store/StoreEngine.h"
 #include "store/StoreValue.h"
@@ -79,21 +80,78 @@ bool insert(StoreEngine& engine, const char* tableName, const Row& row)
     return engine.insertRow(table->name, columns, values, nullptr);
 }
 
-QString createTables(Connection& connection, const QString& password)
+// Makes the tables and their first rows; `replaced` are statements that go first in the same
+// transaction (dropping the tables a forced run replaces).
+QString createTables(Connection& connection, const QString& password, const QStringList& replaced = {})
 {
     StoreEngine& engine = *connection.engine();
-    if (!connection.executeNative(QStringLiteral("PRAGMA journal_mode = WAL")))
+    if (connection.dialect() == SqlDialect::Sqlite
+        && !connection.executeNative(QStringLiteral("PRAGMA journal_mode = WAL")))
         return connection.lastError();
     // One transaction for the whole setup: quick, and a failure leaves nothing half made.
     engine.execute(QStringLiteral("BEGIN"), {});
-    for (const QString& sql : engine.schemaSql(Schema::standard())) {
+    const auto abandon = [&engine] {
+        const QString error = engine.lastError();
+        engine.execute(QStringLiteral("ROLLBACK"), {});
+        return error;
+    };
+    for (const QString& sql : replaced + engine.schemaSql(Schema::standard())) {
         if (!engine.execute(sql, {}))
-            return engine.lastError();
+            return abandon();
     }
     if (!insert(engine, "Options", optionsRow()) || !insert(engine, "Users", administratorRow(password))
         || !insert(engine, "Register", registerRow()))
-        return engine.lastError();
-    return engine.execute(QStringLiteral("COMMIT"), {}) ? QString() : engine.lastError();
+        return abandon();
+    return engine.execute(QStringLiteral("COMMIT"), {}) ? QString() : abandon();
+}
+
+// The tables of the schema that a PostgreSQL database already holds.
+QStringList existingTables(StoreEngine& engine, QString* error)
+{
+    QStringList names;
+    for (const TableDef& table : Schema::standard().tables())
+        names.append(table.name.toLower());
+    RowStore rows;
+    QList<ResultColumn> columns;
+    if (!engine.select(QStringLiteral("SELECT tablename FROM pg_tables WHERE schemaname = current_schema() "
+                                      "AND tablename = ANY (string_to_array(?, ','))"),
+            {names.join(u',')},
+            columns,
+            rows)) {
+        *error = engine.lastError();
+        return {};
+    }
+    QStringList existing;
+    std::vector<Cell> cells;
+    for (qsizetype row = 0; row < rows.rowCount(); ++row) {
+        rows.decodeRow(row, cells);
+        existing.append(cells.front().toVariant().toString());
+    }
+    return existing;
+}
+
+// A PostgreSQL database is made in place: the server's transaction keeps a failed run from leaving
+// half the tables behind.
+InitResult initPostgres(const QString& connectionString, const QString& password, bool force)
+{
+    Connection connection;
+    if (!connection.Open(connectionString))
+        return {connection.lastError(), {}};
+    QString error;
+    const QStringList existing = existingTables(*connection.engine(), &error);
+    if (!error.isEmpty())
+        return {error, {}};
+    if (!existing.isEmpty() && !force)
+        return {QStringLiteral("The database '%1' already holds ticket tables; they are replaced only when forced.")
+                    .arg(shownConnection(connectionString)),
+            {}};
+    QStringList drops;
+    for (const QString& table : existing)
+        drops.append(QStringLiteral("DROP TABLE ") + SqlTranslator::quoteIdentifier(table));
+    error = createTables(connection, password, drops);
+    if (!error.isEmpty())
+        return {error, {}};
+    return {QString(), password};
 }
 
 // True when the file is a database this may replace: an SQLite database, or an empty file (a new
@@ -144,11 +202,11 @@ InitResult DatabaseInit::run() const
     const ConnectionTarget target = parseConnectionString(connectionString);
     if (!target.ok())
         return {target.error, {}};
-    if (target.dialect == SqlDialect::Postgres)
-        return {QStringLiteral("PostgreSQL databases are not available yet."), {}};
     const QString chosen = password.isEmpty() ? generatePassword() : password.toUpper();
     if (const QString problem = passwordProblem(chosen); !problem.isEmpty())
         return {problem, {}};
+    if (target.dialect == SqlDialect::Postgres)
+        return initPostgres(target.location, chosen, force);
 
     const QString path = target.location;
     if (QFileInfo::exists(path)) {

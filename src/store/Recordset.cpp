@@ -382,8 +382,11 @@ bool Recordset::Update()
         return true;
     if (!checkWritable())
         return false;
-    if (!(m_editMode == EditMode::Adding ? insertNew() : updateCurrent()))
+    m_duplicate = false;
+    if (!(m_editMode == EditMode::Adding ? insertNew() : updateCurrent())) {
+        m_duplicate = m_connection->engine()->lastFailureWasDuplicate();
         return false;
+    }
     m_editMode = EditMode::None;
     m_pending.clear();
     forgetDecodedRow();
@@ -403,12 +406,14 @@ bool Recordset::updateCurrent()
     const std::vector<Cell>& cells = currentCells();
     long changes = 0;
     StoreEngine* engine = m_connection->engine();
-    if (!engine->updateRow(m_table, names, values, cells.front().toVariant(), &changes))
+    QVariant key = cells.front().toVariant();
+    if (!engine->updateRow(m_table, names, values, key, &changes))
         return fail(engine->lastError());
     if (changes == 0)
         return fail(rowGone);
     m_rows.beginRow();
-    for (std::size_t i = 0; i < cells.size(); ++i) {
+    m_rows.addVariant(key);
+    for (std::size_t i = 1; i < cells.size(); ++i) {
         const int field = int(i) - m_keyColumns;
         m_rows.addVariant(m_pending.contains(field) ? m_pending.value(field) : cells.at(i).toVariant());
     }

@@ -78,6 +78,8 @@ public:
     bool setValue(const QString& name, const QVariant& value);
 
     QString lastError() const { return m_lastError; }
+    // True when the last Update was refused for a value that a unique index holds already.
+    bool lastFailureWasDuplicate() const { return m_duplicate; }
 
 private:
     bool fail(const QString& message) const;
@@ -117,6 +119,7 @@ private:
     mutable std::vector<Cell> m_cells;
     mutable qsizetype m_decodedRow = -1;
     mutable QString m_lastError;
+    bool m_duplicate = false;
 };
 
 } // namespace marlet

@@ -1,5 +1,6 @@
 #include "store/SqlTranslator.h"
 
+#include "store/Schema.h"
 #include "store/SqlTokenizer.h"
 
 #include <QRegularExpression>
@@ -282,15 +283,61 @@ private:
 
     QString rowKey(const QString& table) const
     {
-        return SqlTranslator::quoteIdentifier(table) + (m_dialect == SqlDialect::Sqlite ? u".rowid"_s : u".ctid"_s);
+        return SqlTranslator::quoteIdentifier(table) + u"."_s + SqlTranslator::rowKeyColumn(table, m_dialect);
     }
 
     QString deleteByKey(const QString& table) const
     {
-        const QString head = u"DELETE FROM "_s + SqlTranslator::quoteIdentifier(table);
+        return u"DELETE FROM "_s + SqlTranslator::quoteIdentifier(table) + u" WHERE "_s
+            + SqlTranslator::rowKeyCondition(table, m_dialect);
+    }
+
+    // PostgreSQL's `*` would show the hidden key column: the schema's columns are listed instead.
+    QString expandedStars(const QString& list) const
+    {
         if (m_dialect == SqlDialect::Sqlite)
-            return head + u" WHERE rowid = ?"_s;
-        return head + u" WHERE ctid = CAST(? AS tid)"_s;
+            return list;
+        const auto columnsOf = [](const QString& table, bool qualified) -> std::optional<QString> {
+            const TableDef* def = Schema::standard().table(table);
+            if (!def)
+                return std::nullopt;
+            QStringList names;
+            for (const ColumnDef& column : def->columns)
+                names.append((qualified ? SqlTranslator::quoteIdentifier(table) + u"."_s : QString())
+                    + SqlTranslator::quoteIdentifier(column.name));
+            return names.join(u", "_s);
+        };
+        if (list == u"*"_s) {
+            QStringList all;
+            for (const QString& table : m_tables) {
+                const auto columns = columnsOf(table, m_tables.size() > 1);
+                if (!columns)
+                    return list;
+                all.append(*columns);
+            }
+            return all.join(u", "_s);
+        }
+        QString expanded = list;
+        for (const QString& table : m_tables) {
+            if (const auto columns = columnsOf(table, true))
+                expanded.replace(SqlTranslator::quoteIdentifier(table) + u".*"_s, *columns);
+        }
+        return expanded;
+    }
+
+    // SQLite hands rows over in the order they were added unless told otherwise, and screens rely
+    // on it; PostgreSQL is told so by the key, which grows with each row added.
+    QString insertionOrder(bool ordered) const
+    {
+        if (m_dialect == SqlDialect::Sqlite || m_aggregated)
+            return QString();
+        QStringList keys;
+        for (const QString& table : m_tables) {
+            if (!Schema::standard().table(table))
+                return QString();
+            keys.append(rowKey(table));
+        }
+        return (ordered ? u", "_s : u" ORDER BY "_s) + keys.join(u", "_s);
     }
 
     // The values themselves are placed after parsing (SqlTranslator::apply): the SQL does not
@@ -323,18 +370,23 @@ private:
     void parseSelect()
     {
         take();
-        const QString list = parseSelectList();
+        const QString written = parseSelectList();
         if (failed() || !expectKeyword(u"FROM", u"Syntax error in SELECT"_s))
             return;
         const QString from = parseTableList();
         QString tail;
         if (!failed() && acceptKeyword(u"WHERE"))
             tail += u" WHERE "_s + parseCondition().sql;
-        if (!failed() && acceptKeyword(u"ORDER"))
+        const bool ordered = !failed() && acceptKeyword(u"ORDER");
+        if (ordered)
             tail += parseOrderBy();
+        if (!failed())
+            tail += insertionOrder(ordered);
+        const QString list = expandedStars(written);
         m_result.kind = StatementKind::Select;
         m_result.sql = u"SELECT "_s + list + u" FROM "_s + from + tail;
-        if (m_tables.size() == 1)
+        // PostgreSQL takes no row key beside an aggregate; such a result is read-only there.
+        if (m_tables.size() == 1 && !(m_aggregated && m_dialect == SqlDialect::Postgres))
             m_result.keyedSql = u"SELECT "_s + rowKey(m_tables.first()) + u", "_s + list + u" FROM "_s + from + tail;
     }
 
@@ -704,10 +756,11 @@ private:
         }
         if (token.isSymbol(u"("))
             return parseParenthesised();
+        // PostgreSQL keeps booleans in their own type, which compares with no number.
         if (acceptKeyword(u"TRUE"))
-            return {u"-1"_s};
+            return {m_dialect == SqlDialect::Sqlite ? u"-1"_s : u"TRUE"_s};
         if (acceptKeyword(u"FALSE"))
-            return {u"0"_s};
+            return {m_dialect == SqlDialect::Sqlite ? u"0"_s : u"FALSE"_s};
         if (acceptKeyword(u"NULL"))
             return {u"NULL"_s};
         return fail(token, u"Syntax error in expression at "_s + quoted(token) + u"."_s);
@@ -743,6 +796,7 @@ private:
         }
         if (!aggregates.contains(upper))
             return fail(function, u"Undefined function '"_s + function.text + u"' in expression."_s);
+        m_aggregated = true;
         const QString argument = upper == u"COUNT"_s && acceptSymbol(u"*") ? u"*"_s : parseExpression().sql;
         expectSymbol(u")", u"Syntax error in "_s + function.text + u"()"_s);
         return {upper + u"("_s + argument + u")"_s};
@@ -771,6 +825,7 @@ private:
     QString m_error;
     qsizetype m_errorPosition = -1;
     QStringList m_tables;
+    bool m_aggregated = false;
     QList<SqlToken> m_qualifiers;
     QList<qsizetype> m_sources;
     TranslationResult m_result;
@@ -893,6 +948,20 @@ TranslationResult SqlTranslator::apply(const TranslationPlan& plan, const QVaria
 QString SqlTranslator::quoteIdentifier(QStringView name)
 {
     return u"\""_s + name.toString().toLower().replace(u'"', u"\"\""_s) + u"\""_s;
+}
+
+QString SqlTranslator::rowKeyColumn(const QString& table, SqlDialect dialect)
+{
+    if (dialect == SqlDialect::Sqlite)
+        return u"rowid"_s;
+    return Schema::standard().table(table) ? quoteIdentifier(PostgresRowKey) : u"ctid"_s;
+}
+
+QString SqlTranslator::rowKeyCondition(const QString& table, SqlDialect dialect)
+{
+    if (dialect == SqlDialect::Postgres && !Schema::standard().table(table))
+        return u"ctid = CAST(? AS tid)"_s;
+    return rowKeyColumn(table, dialect) + u" = ?"_s;
 }
 
 QVariant SqlTranslator::dateTimeValue(const QDateTime& value, SqlDialect dialect)

@@ -12,8 +12,9 @@
 //   matter. The translator does not rewrite comparisons: SQLite text columns are declared
 //   COLLATE NOCASE (and SQLite's LIKE folds ASCII anyway); PostgreSQL text columns are citext and
 //   'like' becomes ILIKE ... ESCAPE '' (no escape character, as in the desktop store).
-// - Booleans are stored as the integers -1 (true) and 0 (false). The literals true/false in any
-//   case are written as -1 and 0.
+// - Booleans are stored as the integers -1 (true) and 0 (false) in SQLite, and as booleans in
+//   PostgreSQL. The literals true/false in any case are written as -1 and 0 for SQLite, TRUE and
+//   FALSE for PostgreSQL; bound values are converted by the engine to what the column takes.
 // - Dates. `now` (a bare identifier now, or Now()) becomes a bound parameter holding the local
 //   date-time from the translator's clock: the text "yyyy-MM-dd HH:mm:ss" for SQLite, a
 //   QDateTime (timestamp) for PostgreSQL. See dateTimeValue().
@@ -23,8 +24,11 @@
 // - SQLite must run with double-quoted string literals switched off
 //   (SQLITE_DBCONFIG_DQS_DML and SQLITE_DBCONFIG_DQS_DDL set to 0), or a misspelt column name
 //   would silently become a string instead of an error.
-// - Row keys. Keyed statements use SQLite's rowid and PostgreSQL's ctid, so tables are ordinary
-//   rowid tables in SQLite.
+// - Row keys. Keyed statements use SQLite's rowid, so tables are ordinary rowid tables in SQLite.
+//   PostgreSQL tables have a last, hidden column PostgresRowKey that numbers the rows as they are
+//   added: `*` and `table.*` are written out as the schema's columns so that it never shows, and a
+//   select without aggregates is ordered by it (after its own ORDER BY), as SQLite hands rows
+//   over in the order they were added. Tables unknown to the schema go by ctid.
 //
 // Statement kinds and how to run them:
 // - Select: run `sql` with `values`. For a select from one table `keyedSql` is the same query with
@@ -54,6 +58,9 @@
 namespace marlet {
 
 enum class SqlDialect { Sqlite, Postgres };
+
+// The hidden key column of every PostgreSQL table.
+inline constexpr QStringView PostgresRowKey = u"marlet_row";
 
 enum class StatementKind { Select, Insert, Update, Delete, MultiTableDelete };
 
@@ -111,6 +118,9 @@ public:
 
     // A table or column name as it is written in the engine's SQL: quoted, lower case.
     static QString quoteIdentifier(QStringView name);
+    // The column that keys a table's rows, and the condition that finds one row by its key.
+    static QString rowKeyColumn(const QString& table, SqlDialect dialect);
+    static QString rowKeyCondition(const QString& table, SqlDialect dialect);
     // A date-time as it is bound for the engine (see the agreements above).
     static QVariant dateTimeValue(const QDateTime& value, SqlDialect dialect);
 

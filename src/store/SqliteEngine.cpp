@@ -1,6 +1,7 @@
 #include "store/SqliteEngine.h"
 
 #include "store/RowStore.h"
+#include "store/SchemaSql.h"
 #include "store/SqlTranslator.h"
 #include "store/StoreValue.h"
 
@@ -167,12 +168,15 @@ bool SqliteEngine::fail()
                        .arg(utf8(sqlite3_errmsg(m_handle)));
         return fail(m_damage);
     }
-    return fail(utf8(sqlite3_errmsg(m_handle)));
+    fail(utf8(sqlite3_errmsg(m_handle)));
+    m_duplicate = sqlite3_extended_errcode(m_handle) == SQLITE_CONSTRAINT_UNIQUE;
+    return false;
 }
 
 bool SqliteEngine::fail(const QString& message)
 {
     m_error = message;
+    m_duplicate = false;
     return false;
 }
 
@@ -292,7 +296,7 @@ const QList<ResultColumn>& SqliteEngine::describedColumns(sqlite3_stmt* statemen
 }
 
 bool SqliteEngine::updateRow(
-    const QString& table, const QStringList& columns, const QVariantList& values, const QVariant& key, long* changes)
+    const QString& table, const QStringList& columns, const QVariantList& values, QVariant& key, long* changes)
 {
     const QString sql = QStringLiteral("UPDATE ") + SqlTranslator::quoteIdentifier(table) + QStringLiteral(" SET ")
         + quotedList(columns, QStringLiteral(" = ?")) + QStringLiteral(" WHERE rowid = ?");
@@ -327,23 +331,9 @@ bool SqliteEngine::deleteRow(const QString& table, const QVariant& key, long* ch
 
 QStringList SqliteEngine::schemaSql(const Schema& schema) const
 {
-    QStringList statements;
-    for (const TableDef& table : schema.tables()) {
-        QStringList columns;
-        for (const ColumnDef& column : table.columns) {
-            const QString collation = column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString();
-            columns.append(SqlTranslator::quoteIdentifier(column.name) + u' ' + typeName(column.type) + collation);
-        }
-        statements.append(QStringLiteral("CREATE TABLE ") + SqlTranslator::quoteIdentifier(table.name)
-            + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + u')');
-    }
-    for (const IndexDef& index : schema.indexes()) {
-        statements.append(QLatin1String(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ")
-            + SqlTranslator::quoteIdentifier(index.name) + QStringLiteral(" ON ")
-            + SqlTranslator::quoteIdentifier(index.table) + QStringLiteral(" (")
-            + SqlTranslator::quoteIdentifier(index.column) + u')');
-    }
-    return statements;
+    return schemaStatements(schema, [](const ColumnDef& column) {
+        return typeName(column.type) + (column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString());
+    });
 }
 
 } // namespace marlet

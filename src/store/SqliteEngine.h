@@ -29,13 +29,14 @@ public:
     bool updateRow(const QString& table,
         const QStringList& columns,
         const QVariantList& values,
-        const QVariant& key,
+        QVariant& key,
         long* changes) override;
     bool insertRow(
         const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key) override;
     bool deleteRow(const QString& table, const QVariant& key, long* changes) override;
     QStringList schemaSql(const Schema& schema) const override;
     QString lastError() const override { return m_error; }
+    bool lastFailureWasDuplicate() const override { return m_duplicate; }
 
     // Drops the kept statements; the handle can then be closed.
     void finalizeAll();
@@ -64,6 +65,7 @@ private:
     // The texts bound to the statement that runs now (bound without a copy).
     std::vector<QByteArray> m_boundTexts;
     QString m_error;
+    bool m_duplicate = false;
     // Set at the first report of a damaged file; from then on every statement is refused with it.
     QString m_damage;
 };

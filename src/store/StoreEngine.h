@@ -25,7 +25,7 @@ struct ResultColumn
 
 // What Connection and Recordset need of a database engine. Each engine speaks its own SQL: the
 // statements come translated for it, and the write-back of a result set row is built here, by the
-// row's key (SQLite's rowid). Nothing here keeps a transaction open between calls.
+// row's key (SQLite's rowid, PostgreSQL's ctid). Nothing here keeps a transaction open between calls.
 class StoreEngine
 {
 public:
@@ -37,12 +37,10 @@ public:
     virtual bool select(const QString& sql, const QVariantList& values, QList<ResultColumn>& columns, RowStore& rows)
         = 0;
 
-    // Write-back of one row of a single-table result set. Columns are names of the table.
-    virtual bool updateRow(const QString& table,
-        const QStringList& columns,
-        const QVariantList& values,
-        const QVariant& key,
-        long* changes)
+    // Write-back of one row of a single-table result set. Columns are names of the table. An engine
+    // whose row keys move when a row is written puts the row's new key in `key`.
+    virtual bool updateRow(
+        const QString& table, const QStringList& columns, const QVariantList& values, QVariant& key, long* changes)
         = 0;
     virtual bool insertRow(const QString& table, const QStringList& columns, const QVariantList& values, QVariant* key)
         = 0;
@@ -52,6 +50,8 @@ public:
     virtual QStringList schemaSql(const Schema& schema) const = 0;
 
     virtual QString lastError() const = 0;
+    // True when the last failure was a unique index refusing a second row with the same value.
+    virtual bool lastFailureWasDuplicate() const = 0;
 };
 
 } // namespace marlet

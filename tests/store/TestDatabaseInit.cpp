@@ -1,8 +1,13 @@
 #include "store/DatabaseInit.h"
 
 #include "store/Connection.h"
+#include "store/DatabaseCheck.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "store/ScratchDatabase.h"
+#include "support/StoreTestDatabase.h"
+
+#include <QCoreApplication>
 
 #include <QDir>
 #include <QFile>
@@ -45,7 +50,8 @@ private slots:
     void testTheDatabaseIsReadableByItsOwnerOnly();
     void testConnectionStringForms_data();
     void testConnectionStringForms();
-    void testPostgresIsNotAvailableYet();
+    void testPostgresServerThatIsNotThere();
+    void testPostgresDatabase();
     void testTextColumnsIgnoreCase();
 
 private:
@@ -267,10 +273,51 @@ void TestDatabaseInit::testConnectionStringForms()
     QCOMPARE(rs.RecordCount(), 1);
 }
 
-void TestDatabaseInit::testPostgresIsNotAvailableYet()
+void TestDatabaseInit::testPostgresServerThatIsNotThere()
 {
-    const InitResult result = runInit(u"postgresql://marlet@localhost/marlet"_s, {}, false);
-    QCOMPARE(result.error, u"PostgreSQL databases are not available yet."_s);
+    const InitResult result = runInit(u"host=/nonexistent-marlet-folder dbname=marlet"_s, {}, false);
+    QVERIFY2(result.error.startsWith(u"The PostgreSQL server could not be reached: "_s), qPrintable(result.error));
+}
+
+// On the test server (MARLET_TEST_POSTGRES): an empty database gets the tables, a second run is
+// refused, a forced one replaces what was written.
+void TestDatabaseInit::testPostgresDatabase()
+{
+    if (ScratchDatabase::server().isEmpty())
+        QSKIP("no PostgreSQL server given (MARLET_TEST_POSTGRES)");
+    const QString server = ScratchDatabase::server();
+    const QString name = u"marlet_init_%1"_s.arg(QCoreApplication::applicationPid());
+    Connection maintenance;
+    QVERIFY2(maintenance.Open(server + u" dbname=postgres"_s), qPrintable(maintenance.lastError()));
+    QVERIFY(maintenance.executeNative(u"DROP DATABASE IF EXISTS "_s + name));
+    QVERIFY2(maintenance.executeNative(u"CREATE DATABASE "_s + name), qPrintable(maintenance.lastError()));
+    const QString connectionString = server + u" dbname="_s + name;
+    const InitResult made = runInit(connectionString, u"secret"_s, false);
+    QVERIFY2(made.ok(), qPrintable(made.error));
+    QCOMPARE(made.administratorPassword, u"SECRET"_s);
+    {
+        Connection connection;
+        QVERIFY2(connection.Open(connectionString), qPrintable(connection.lastError()));
+        QCOMPARE(test::queryRows(connection, u"select Username, Password, Allocate, Generate from Users"_s),
+            QStringList {u"ADMINISTRATOR | SECRET | True | False"_s});
+        QVERIFY(connection.Execute(Statement(u"Insert into Capt (Caption) values ('SOLITAIRE')"_s)));
+        QCOMPARE(test::queryRows(connection, u"select * from Capt where Caption = 'solitaire'"_s),
+            QStringList {u"SOLITAIRE"_s});
+        QCOMPARE(databaseProblem(connectionString), QString());
+    }
+    const InitResult again = runInit(connectionString, {}, false);
+    QCOMPARE(again.error,
+        u"The database '%1' already holds ticket tables; they are replaced only when forced."_s.arg(connectionString));
+    const InitResult forced = runInit(connectionString, u"OTHER"_s, true);
+    QVERIFY2(forced.ok(), qPrintable(forced.error));
+    {
+        Connection connection;
+        QVERIFY(connection.Open(connectionString));
+        QCOMPARE(test::queryRows(connection, u"select count(*) from Capt"_s), QStringList {u"0"_s});
+        QCOMPARE(test::queryRows(connection, u"select Password from Users"_s), QStringList {u"OTHER"_s});
+    }
+    QVERIFY(maintenance.executeNative(u"DROP DATABASE "_s + name + u" WITH (FORCE)"_s));
+    QCOMPARE(databaseProblem(connectionString).isEmpty(), false);
 }
 
 void TestDatabaseInit::testTextColumnsIgnoreCase()

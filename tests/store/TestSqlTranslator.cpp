@@ -77,10 +77,24 @@ private slots:
             << StatementKind::Select << u"SELECT * FROM \"account\" WHERE \"username\" LIKE ?"_s
             << QVariantList {u"%ABCD%"_s};
         QTest::newRow("like is ILIKE without an escape character on PostgreSQL")
-            << u"select * from Account where member=false and TicketGrp like '{}%'"_s << QVariantList {u"24"_s}
+            << u"select Username from Account where member=false and TicketGrp like '{}%'"_s << QVariantList {u"24"_s}
             << postgres << StatementKind::Select
-            << u"SELECT * FROM \"account\" WHERE \"member\" = 0 AND \"ticketgrp\" ILIKE ? ESCAPE ''"_s
+            << u"SELECT \"username\" FROM \"account\" WHERE \"member\" = FALSE AND \"ticketgrp\" ILIKE ? ESCAPE '' "
+               u"ORDER BY \"account\".\"marlet_row\""_s
             << QVariantList {u"24%"_s};
+        QTest::newRow("star is the schema's columns on PostgreSQL, in the order rows were added")
+            << u"select * from Cafe"_s << QVariantList {} << postgres << StatementKind::Select
+            << u"SELECT \"cafename\", \"systemname\" FROM \"cafe\" ORDER BY \"cafe\".\"marlet_row\""_s
+            << QVariantList {};
+        QTest::newRow("table star on PostgreSQL, the written order first")
+            << u"select Cafe.*, Capt.Caption from Cafe, Capt order by Caption"_s << QVariantList {} << postgres
+            << StatementKind::Select
+            << u"SELECT \"cafe\".\"cafename\", \"cafe\".\"systemname\", \"capt\".\"caption\" FROM \"cafe\", \"capt\" "
+               u"ORDER BY \"caption\", \"cafe\".\"marlet_row\", \"capt\".\"marlet_row\""_s
+            << QVariantList {};
+        QTest::newRow("an aggregate is not ordered on PostgreSQL")
+            << u"select count(*) from Capt"_s << QVariantList {} << postgres << StatementKind::Select
+            << u"SELECT COUNT(*) FROM \"capt\""_s << QVariantList {};
         QTest::newRow("not like") << u"select * from Capt where Caption not like 'A%'"_s << QVariantList {} << sqlite
                                   << StatementKind::Select << u"SELECT * FROM \"capt\" WHERE \"caption\" NOT LIKE ?"_s
                                   << QVariantList {u"A%"_s};
@@ -105,9 +119,9 @@ private slots:
             << StatementKind::Select
             << u"SELECT * FROM \"account\" WHERE \"new\" = -1 AND \"member\" = 0 OR \"night\" = -1"_s
             << QVariantList {};
-        QTest::newRow("unequal to true") << u"select * from Account where NEW <> TRUE and member=false"_s
-                                         << QVariantList {} << postgres << StatementKind::Select
-                                         << u"SELECT * FROM \"account\" WHERE \"new\" <> -1 AND \"member\" = 0"_s
+        QTest::newRow("unequal to true") << u"Delete * from Account where NEW <> TRUE and member=false"_s
+                                         << QVariantList {} << postgres << StatementKind::Delete
+                                         << u"DELETE FROM \"account\" WHERE \"new\" <> TRUE AND \"member\" = FALSE"_s
                                          << QVariantList {};
         QTest::newRow("two columns compared")
             << u"Select * from Account where LastUsed <> DateCreated and member=false"_s << QVariantList {} << sqlite
@@ -241,7 +255,8 @@ private slots:
         QCOMPARE(sqlite.keyedSql, u"SELECT \"account\".rowid, * FROM \"account\" WHERE \"username\" = ?"_s);
         QCOMPARE(sqlite.tables, QStringList {u"account"_s});
         const TranslationResult postgres = translate(u"Select TicketIniName from Options"_s, SqlDialect::Postgres);
-        QCOMPARE(postgres.keyedSql, u"SELECT \"options\".ctid, \"ticketininame\" FROM \"options\""_s);
+        QCOMPARE(postgres.keyedSql,
+            u"SELECT \"options\".\"marlet_row\", \"ticketininame\" FROM \"options\" ORDER BY \"options\".\"marlet_row\""_s);
         const TranslationResult join = translate(u"select account.*,members.* from Account,Members"_s);
         QVERIFY(join.ok());
         QVERIFY(join.keyedSql.isEmpty());
@@ -253,11 +268,13 @@ private slots:
         QTest::addColumn<SqlDialect>("dialect");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("deleteAccount");
+        QTest::addColumn<QString>("truth");
 
         QTest::newRow("SQLite goes by rowid")
-            << SqlDialect::Sqlite << u"rowid"_s << u"DELETE FROM \"account\" WHERE rowid = ?"_s;
-        QTest::newRow("PostgreSQL goes by ctid")
-            << SqlDialect::Postgres << u"ctid"_s << u"DELETE FROM \"account\" WHERE ctid = CAST(? AS tid)"_s;
+            << SqlDialect::Sqlite << u"rowid"_s << u"DELETE FROM \"account\" WHERE rowid = ?"_s << u"-1"_s;
+        QTest::newRow("PostgreSQL goes by the hidden key")
+            << SqlDialect::Postgres << u"\"marlet_row\""_s << u"DELETE FROM \"account\" WHERE \"marlet_row\" = ?"_s
+            << u"TRUE"_s;
     }
 
     void testMultiTableDeletePlan()
@@ -265,6 +282,7 @@ private slots:
         QFETCH(SqlDialect, dialect);
         QFETCH(QString, key);
         QFETCH(QString, deleteAccount);
+        QFETCH(QString, truth);
         const Statement statement(u"Delete account.*,members.* from Account,Members where account.member=true and "
                                   u"account.username='{}' and account.ticketgrp=members.member_id"_s,
             {u"M1"_s});
@@ -274,9 +292,8 @@ private slots:
         QVERIFY(result.sql.isEmpty());
         QCOMPARE(result.values, QVariantList {u"M1"_s});
         QCOMPARE(result.steps.size(), 2);
-        const QString where
-            = u" FROM \"account\", \"members\" WHERE \"account\".\"member\" = -1 AND "
-              u"\"account\".\"username\" = ? AND \"account\".\"ticketgrp\" = \"members\".\"member_id\""_s;
+        const QString where = u" FROM \"account\", \"members\" WHERE \"account\".\"member\" = "_s + truth
+            + u" AND \"account\".\"username\" = ? AND \"account\".\"ticketgrp\" = \"members\".\"member_id\""_s;
         QCOMPARE(result.steps.at(0).table, u"account"_s);
         QCOMPARE(result.steps.at(0).selectKeysSql, u"SELECT DISTINCT \"account\"."_s + key + where);
         QCOMPARE(result.steps.at(0).deleteByKeySql, deleteAccount);

@@ -2,10 +2,12 @@
 #include "store/DatabaseInit.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "store/ScratchDatabase.h"
 #include "store/SqlTranslator.h"
 #include "store/SqliteEngine.h"
 #include "support/WrittenStatements.h"
 
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -67,12 +69,31 @@ private:
         return lines.join(u'\n');
     }
 
-    // What the same statement becomes on PostgreSQL, derived from the SQLite form.
-    static QString postgresForm(QString sqlite)
+    // The PostgreSQL form of a statement taken back to the SQLite form: the schema's columns
+    // back to `*`, the order by the hidden key left out, ILIKE, TRUE and FALSE as on SQLite. What
+    // remains must be the SQLite form exactly.
+    static QString sqliteShape(QString postgres)
     {
-        return sqlite.replace(u" LIKE ?"_s, u" ILIKE ? ESCAPE ''"_s)
-            .replace(u"rowid = ?"_s, u"ctid = CAST(? AS tid)"_s)
-            .replace(u".rowid"_s, u".ctid"_s);
+        for (const TableDef& table : Schema::standard().tables()) {
+            QStringList plain;
+            QStringList qualified;
+            for (const ColumnDef& column : table.columns) {
+                plain.append(SqlTranslator::quoteIdentifier(column.name));
+                qualified.append(SqlTranslator::quoteIdentifier(table.name) + u"."_s + plain.last());
+            }
+            postgres.replace(u"SELECT "_s + plain.join(u", "_s) + u" FROM"_s, u"SELECT * FROM"_s);
+            postgres.replace(qualified.join(u", "_s), SqlTranslator::quoteIdentifier(table.name) + u".*"_s);
+        }
+        static const QRegularExpression keyOrder(
+            uR"((,| ORDER BY) "\w+"\."marlet_row"(, "\w+"\."marlet_row")*$)"_s, QRegularExpression::MultilineOption);
+        static const QRegularExpression truth(u"\\bTRUE\\b"_s);
+        static const QRegularExpression falsehood(u"\\bFALSE\\b"_s);
+        return postgres.replace(keyOrder, QString())
+            .replace(u" ILIKE ? ESCAPE ''"_s, u" LIKE ?"_s)
+            .replace(u"\"marlet_row\" = ?"_s, u"rowid = ?"_s)
+            .replace(u".\"marlet_row\""_s, u".rowid"_s)
+            .replace(truth, u"-1"_s)
+            .replace(falsehood, u"0"_s);
     }
 
     // Each sample value, as text, must come back inside a bound value, in the same order.
@@ -207,9 +228,29 @@ private:
         return updatable ? QString() : forUpdate.lastError();
     }
 
+    // The sample rows for PostgreSQL, whose booleans take no numbers.
+    static QStringList postgresSeedRows()
+    {
+        static const QRegularExpression accountFlags(u"(\\d+), (-1|0), (-1|0), '2026"_s);
+        QStringList rows = seedRows();
+        for (QString& row : rows) {
+            QRegularExpressionMatch match;
+            while ((match = accountFlags.match(row)).hasMatch())
+                row.replace(match.capturedStart(),
+                    match.capturedLength(),
+                    match.captured(1) + (match.captured(2) == u"0"_s ? u", FALSE"_s : u", TRUE"_s)
+                        + (match.captured(3) == u"0"_s ? u", FALSE"_s : u", TRUE"_s) + u", '2026"_s);
+            row.replace(u"'NVT00009', 0)"_s, u"'NVT00009', FALSE)"_s);
+        }
+        return rows;
+    }
+
     QSqlDatabase m_db;
     QTemporaryDir m_folder;
     Connection m_connection;
+    // The same on the PostgreSQL test server, when one is given.
+    ScratchDatabase m_scratch;
+    Connection m_postgres;
 
 private slots:
     void initTestCase()
@@ -229,6 +270,12 @@ private slots:
         QVERIFY2(created.ok(), qPrintable(created.error));
         QVERIFY2(m_connection.Open(connectionString), qPrintable(m_connection.lastError()));
         m_connection.setClock(&TestWrittenStatements::fixedNow);
+        if (!ScratchDatabase::server().isEmpty()) {
+            const QString error = m_scratch.create(u"SECRET"_s);
+            QVERIFY2(error.isEmpty(), qPrintable(error));
+            QVERIFY2(m_postgres.Open(m_scratch.connectionString()), qPrintable(m_postgres.lastError()));
+            m_postgres.setClock(&TestWrittenStatements::fixedNow);
+        }
     }
 
     void init()
@@ -240,6 +287,7 @@ private slots:
 
     void cleanupTestCase()
     {
+        m_postgres.Close();
         m_connection.Close();
         m_db.close();
         m_db = QSqlDatabase();
@@ -256,7 +304,7 @@ private slots:
         const TranslationResult sqlite = translate(Statement(pattern, values), SqlDialect::Sqlite);
         QCOMPARE(describe(sqlite), expected);
         const TranslationResult postgres = translate(Statement(pattern, values), SqlDialect::Postgres);
-        QCOMPARE(describe(postgres), postgresForm(expected));
+        QCOMPARE(sqliteShape(describe(postgres)), expected);
         if (!sqlite.ok())
             return;
         QCOMPARE(expected.split(u'\n').first().count(u'?'), sqlite.values.size());
@@ -285,6 +333,26 @@ private slots:
     }
 
     void testRunsThroughTheConnection_data() { addWrittenStatements(); }
+
+    // Every statement once more on a live PostgreSQL server, prepared and run there.
+    void testRunsOnPostgres_data() { addWrittenStatements(); }
+
+    void testRunsOnPostgres()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QVariantList, values);
+        QFETCH(QString, expected);
+        if (m_postgres.State() != 1)
+            QSKIP("no PostgreSQL server given (MARLET_TEST_POSTGRES)");
+        const QStringList rows = postgresSeedRows();
+        for (const TableDef& table : Schema::standard().tables())
+            QVERIFY2(m_postgres.executeNative(u"DELETE FROM "_s + SqlTranslator::quoteIdentifier(table.name)),
+                qPrintable(m_postgres.lastError()));
+        for (const QString& row : rows)
+            QVERIFY2(m_postgres.executeNative(row), qPrintable(m_postgres.lastError()));
+        const QString error = runThroughConnection(Statement(pattern, values), m_postgres);
+        QCOMPARE(error, expected.startsWith(u"error: "_s) ? expected.mid(7) : QString());
+    }
 
     void testRunsThroughTheConnection()
     {

@@ -3,6 +3,7 @@
 #include "issuing/RandomText.h"
 #include "store/Connection.h"
 #include "store/DatabaseInit.h"
+#include "support/StoreTestDatabase.h"
 
 #include <QString>
 #include <QTemporaryDir>
@@ -22,18 +23,18 @@ public:
     {
         if (!m_dir.isValid())
             return QStringLiteral("no temporary folder");
-        const QString connectionString = QStringLiteral("sqlite:") + m_dir.filePath(QStringLiteral("marlet.db"));
-        const InitResult made = DatabaseInit {connectionString, QStringLiteral("SECRET"), false}.run();
-        if (!made.ok())
-            return made.error;
+        QString connectionString;
+        if (const QString error = createTestStore(m_dir, QStringLiteral("SECRET"), m_scratch, connectionString);
+            !error.isEmpty())
+            return error;
         return connection.Open(connectionString) ? QString() : connection.lastError();
     }
 
     // A bare ticket row, as another program might have left it, in Account or RecycleBin.
     bool addTicket(const QString& table, const QString& username, bool member)
     {
-        return connection.executeNative(
-            QStringLiteral("INSERT INTO \"%1\" (TicketGrp, Username, Member) VALUES (?, ?, ?)").arg(table),
+        return connection.executeNative(QStringLiteral("INSERT INTO %1 (TicketGrp, Username, Member) VALUES (?, ?, ?)")
+                                            .arg(SqlTranslator::quoteIdentifier(table)),
             {QStringLiteral("240101120000"), username, member ? -1 : 0});
     }
 
@@ -41,6 +42,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    ScratchDatabase m_scratch;
 };
 
 // The number u that makes the generator draw `code`: the whole part of u x 255 is the code.

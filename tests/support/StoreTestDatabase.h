@@ -3,6 +3,7 @@
 #include "store/Connection.h"
 #include "store/DatabaseInit.h"
 #include "store/Recordset.h"
+#include "store/ScratchDatabase.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -14,6 +15,21 @@
 
 namespace marlet::test {
 
+// Makes a store with every table and required row: the file "marlet.db" in the folder, or under
+// MARLET_TEST_ENGINE "postgres" a database of its own on the test server. Sets the connection
+// string; the reason when the store cannot be made.
+inline QString createTestStore(
+    const QTemporaryDir& dir, const QString& password, ScratchDatabase& scratch, QString& connectionString)
+{
+    if (ScratchDatabase::wanted()) {
+        const QString error = scratch.create(password);
+        connectionString = scratch.connectionString();
+        return error;
+    }
+    connectionString = QStringLiteral("sqlite:") + dir.filePath(QStringLiteral("marlet.db"));
+    return DatabaseInit {connectionString, password, false}.run().error;
+}
+
 // A new database with every table and required row in a folder of its own, removed with the object.
 // The connection is open; the ADMINISTRATOR password is "ADMIN".
 class StoreTestDatabase
@@ -21,20 +37,21 @@ class StoreTestDatabase
 public:
     StoreTestDatabase()
     {
-        const InitResult created = DatabaseInit {connectionString(), QStringLiteral("ADMIN"), false}.run();
-        m_error = created.error;
-        if (created.ok() && !m_connection.Open(connectionString()))
+        m_error = createTestStore(m_dir, QStringLiteral("ADMIN"), m_scratch, m_connectionString);
+        if (m_error.isEmpty() && !m_connection.Open(connectionString()))
             m_error = m_connection.lastError();
     }
 
     bool isValid() const { return m_connection.State() == 1; }
     QString error() const { return m_error; }
     QString path() const { return m_dir.filePath(QStringLiteral("marlet.db")); }
-    QString connectionString() const { return QStringLiteral("sqlite:") + path(); }
+    QString connectionString() const { return m_connectionString; }
     Connection& connection() { return m_connection; }
 
 private:
     QTemporaryDir m_dir;
+    ScratchDatabase m_scratch; // dropped after the connection closes
+    QString m_connectionString;
     Connection m_connection;
     QString m_error;
 };
