@@ -273,8 +273,10 @@ void appendDateCode(QString& out, const Token& token, const QDateTime& value, bo
 }
 
 // The tokens of a date pattern with its minutes told from months. Listings format every row with
-// the same few patterns, so each thread keeps the patterns it has read.
-const QList<Token>& dateTokens(const QString& pattern)
+// the same few patterns, so each thread keeps the patterns it has read. The list is handed out as a
+// shared copy: a code such as "ttttt" formats with a pattern of its own, which may empty the kept
+// patterns while the caller still walks its tokens.
+QList<Token> dateTokens(const QString& pattern)
 {
     constexpr qsizetype keptPatterns = 64;
     thread_local QHash<QString, QList<Token>> kept;

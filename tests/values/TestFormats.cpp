@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <limits>
+#include <thread>
 
 using namespace marlet::values;
 using namespace Qt::StringLiterals;
@@ -34,6 +35,7 @@ private slots:
     void testMachineDateAndTime_data();
     void testMachineDateAndTime();
     void testRandomFormatsKeepTheInvariants();
+    void testAPatternThatFormatsWithAnotherSurvivesAFullPatternCache();
 };
 
 namespace {
@@ -336,6 +338,22 @@ void TestFormats::testMachineDateAndTime()
 }
 
 // Random formats must never crash the format function, and what it prints must read back.
+// Found by fuzzing: "ttttt" formats the time with a pattern of its own. When that pattern was new and
+// the thread's kept patterns were full, they were emptied while the outer pattern's tokens were
+// still being read.
+void TestFormats::testAPatternThatFormatsWithAnotherSurvivesAFullPatternCache()
+{
+    const QDateTime at(QDate(2026, 11, 24), QTime(14, 5, 9));
+    QString shown;
+    // A thread of its own starts with no kept patterns.
+    std::thread([&] {
+        for (int i = 0; i < 63; ++i)
+            format(at, u"yyyy \"%1\""_s.arg(i));
+        shown = format(at, u"ttttt \"at\" dd"_s);
+    }).join();
+    QCOMPARE(shown, u"02:05:09 PM at 24"_s);
+}
+
 void TestFormats::testRandomFormatsKeepTheInvariants()
 {
     QRandomGenerator random(20090105);
