@@ -59,6 +59,16 @@ ConnectionTarget parseConnectionString(const QString& connectionString)
         return {SqlDialect::Postgres, text, QString()};
     if (isPostgresKeywords(text))
         return {SqlDialect::Postgres, text, QString()};
+    // Another scheme ("mysql://...") would otherwise be taken for a file name and reported missing.
+    static const QRegularExpression otherScheme(QStringLiteral("^([A-Za-z][A-Za-z0-9+.-]*)://"));
+    if (const QRegularExpressionMatch scheme = otherScheme.match(text); scheme.hasMatch()) {
+        return {SqlDialect::Sqlite,
+            QString(),
+            QStringLiteral("The connection string names a kind of database that Marlet does not support (%1). "
+                           "Give an SQLite file (a path or sqlite:PATH) or a PostgreSQL database "
+                           "(postgresql://...).")
+                .arg(scheme.captured(1))};
+    }
     if (text.startsWith(u"sqlite:", Qt::CaseInsensitive)) {
         const QString path = text.mid(7);
         if (path.isEmpty())

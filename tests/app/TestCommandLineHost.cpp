@@ -521,6 +521,9 @@ private slots:
                                  << QStringLiteral("The database '%1' is damaged").arg(path("damaged.db"));
         QTest::newRow("no store") << QStringLiteral("Provider=x;User=y")
                                   << QStringLiteral("The connection string has no Data Source.");
+        QTest::newRow("another kind of database")
+            << QStringLiteral("mysql://cafe:secret@db/cafe")
+            << QStringLiteral("The connection string names a kind of database that Marlet does not support (mysql).");
     }
 
     void testADatabaseTheScreensCannotUseIsNamedWithItsReason()

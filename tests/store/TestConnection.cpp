@@ -133,6 +133,8 @@ void TestConnection::testConnectionStrings_data()
     QTest::newRow("a provider string without a source")
         << u"Provider=x;User ID=admin;"_s << SqlDialect::Sqlite << QString() << false;
     QTest::newRow("an sqlite: prefix alone") << u"sqlite:"_s << SqlDialect::Sqlite << QString() << false;
+    QTest::newRow("another kind of database")
+        << u"mysql://cafe:secret@db/cafe"_s << SqlDialect::Sqlite << QString() << false;
 }
 
 void TestConnection::testConnectionStrings()
