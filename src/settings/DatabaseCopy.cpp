@@ -1,6 +1,8 @@
 #include "settings/DatabaseCopy.h"
 
 #include "store/Connection.h"
+#include "store/RowStore.h"
+#include "store/Schema.h"
 #include "store/SqliteEngine.h"
 
 #include <QDeadlineTimer>
@@ -98,21 +100,86 @@ Error integrityOf(const FileHandle& file)
     return Error();
 }
 
-// The open SQLite handle of the connection, or the reason there is none.
-sqlite3* liveHandle(const Connection& connection, Error& error)
+// The open SQLite handle of the connection; null for a server store or a closed connection.
+sqlite3* liveHandle(const Connection& connection)
 {
-    if (parseConnectionString(connection.connectionString()).dialect != SqlDialect::Sqlite
-        || connection.dialect() != SqlDialect::Sqlite) {
-        error = QStringLiteral("The database is on a PostgreSQL server, which this button does not copy: back it up "
-                               "on the server with pg_dump (see docs/cafe-chain.md).");
-        return nullptr;
-    }
     auto* engine = dynamic_cast<SqliteEngine*>(connection.engine());
-    if (!engine) {
-        error = QStringLiteral("The database is not open.");
-        return nullptr;
+    return engine ? engine->handle() : nullptr;
+}
+
+bool isServerStore(const Connection& connection)
+{
+    return connection.State() == 1 && connection.dialect() == SqlDialect::Postgres;
+}
+
+// The rows of a table in the order they were stored, by the engine's own row key.
+QString orderedSelect(const TableDef& table, const QString& columns, SqlDialect dialect)
+{
+    const QString key = dialect == SqlDialect::Postgres ? SqlTranslator::quoteIdentifier(PostgresRowKey.toString())
+                                                        : QStringLiteral("rowid");
+    return QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + SqlTranslator::quoteIdentifier(table.name)
+        + QStringLiteral(" ORDER BY ") + key;
+}
+
+// Replaces every row of the ticket tables in `to` with those of `from`, table by table, in one
+// transaction of the target. Both stores give and take values in the same stored forms, so a copy
+// goes between the engines either way.
+Error copyTables(StoreEngine& from, SqlDialect fromDialect, StoreEngine& to)
+{
+    if (!to.execute(QStringLiteral("BEGIN"), {}))
+        return to.lastError();
+    for (const TableDef& table : Schema::standard().tables()) {
+        QStringList names;
+        for (const ColumnDef& column : table.columns)
+            names.append(SqlTranslator::quoteIdentifier(column.name));
+        const QString columns = names.join(QStringLiteral(", "));
+        QList<ResultColumn> described;
+        RowStore rows;
+        QStringList marks;
+        marks.fill(QStringLiteral("?"), names.size());
+        const QString insert = QStringLiteral("INSERT INTO ") + SqlTranslator::quoteIdentifier(table.name)
+            + QStringLiteral(" (") + columns + QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
+        Error error;
+        if (!from.select(orderedSelect(table, columns, fromDialect), {}, described, rows))
+            error = from.lastError();
+        else if (!to.execute(QStringLiteral("DELETE FROM ") + SqlTranslator::quoteIdentifier(table.name), {}))
+            error = to.lastError();
+        std::vector<Cell> cells;
+        for (qsizetype row = 0; error.isEmpty() && row < rows.rowCount(); ++row) {
+            rows.decodeRow(row, cells);
+            QVariantList values;
+            for (const Cell& cell : cells)
+                values.append(cell.toVariant());
+            if (!to.execute(insert, values))
+                error = to.lastError();
+        }
+        if (!error.isEmpty()) {
+            to.execute(QStringLiteral("ROLLBACK"), {});
+            return QStringLiteral("%1 (table %2)").arg(error, table.name);
+        }
     }
-    return engine->handle();
+    return to.execute(QStringLiteral("COMMIT"), {}) ? Error() : to.lastError();
+}
+
+// A backup of a server store: a new SQLite file with the ticket tables and every row, the same
+// kind of file a backup of an SQLite store is, so either store restores from it.
+Error copyServerStore(Connection& connection, const QString& scratch)
+{
+    FileHandle copy(scratch, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    if (Error error = copy.openError(); !error.isEmpty())
+        return error;
+    SqliteEngine engine(copy.get());
+    for (const QString& statement : engine.schemaSql(Schema::standard())) {
+        if (!engine.execute(statement, {}))
+            return engine.lastError();
+    }
+    // One snapshot of the server for all tables, while other servers go on writing.
+    StoreEngine& live = *connection.engine();
+    if (!live.execute(QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"), {}))
+        return live.lastError();
+    const Error error = copyTables(live, SqlDialect::Postgres, engine);
+    live.execute(QStringLiteral("COMMIT"), {});
+    return error;
 }
 
 } // namespace
@@ -126,9 +193,9 @@ QString databaseFile(const Connection& connection)
 Error backup(Connection& connection, const QString& path)
 {
     Error error;
-    sqlite3* live = liveHandle(connection, error);
-    if (!live)
-        return error;
+    sqlite3* live = liveHandle(connection);
+    if (!live && !isServerStore(connection))
+        return QStringLiteral("The database is not open.");
     const QString liveFile = QFileInfo(databaseFile(connection)).canonicalFilePath();
     if (!liveFile.isEmpty() && QFileInfo(path).canonicalFilePath() == liveFile)
         return QStringLiteral("A backup cannot be written over the database itself.");
@@ -136,10 +203,13 @@ Error backup(Connection& connection, const QString& path)
     const QString scratch = path + QStringLiteral(".part");
     QFile::remove(scratch);
     {
+        if (!live)
+            error = copyServerStore(connection, scratch);
         FileHandle copy(scratch, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        if (!(error = copy.openError()).isEmpty())
-            return error;
-        error = copyPages(copy.get(), live);
+        if (error.isEmpty())
+            error = copy.openError();
+        if (error.isEmpty() && live)
+            error = copyPages(copy.get(), live);
         // One file that stands on its own, whatever log the live database keeps.
         if (error.isEmpty() && !copy.column("PRAGMA journal_mode = DELETE"))
             error = sqliteMessage(copy.get(), sqlite3_errcode(copy.get()));
@@ -174,14 +244,18 @@ Error checkBackup(const QString& path)
 Error restore(Connection& connection, const QString& path)
 {
     Error error;
-    sqlite3* live = liveHandle(connection, error);
-    if (!live)
-        return error;
+    sqlite3* live = liveHandle(connection);
+    if (!live && !isServerStore(connection))
+        return QStringLiteral("The database is not open.");
     if (!(error = checkBackup(path)).isEmpty())
         return error;
     FileHandle source(path, SQLITE_OPEN_READONLY);
     if (!(error = source.openError()).isEmpty())
         return error;
+    if (!live) {
+        SqliteEngine backupEngine(source.get());
+        return copyTables(backupEngine, SqlDialect::Sqlite, *connection.engine());
+    }
     // Kept statements of the connection would hold the old pages; they are prepared again on use.
     if (auto* engine = dynamic_cast<SqliteEngine*>(connection.engine()))
         engine->finalizeAll();

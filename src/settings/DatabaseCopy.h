@@ -6,9 +6,11 @@ namespace marlet {
 
 class Connection;
 
-// Whole-database copies of the store a connection is open on, made with SQLite's online backup:
-// the copy is one consistent state of the database, taken while other programs go on writing.
-// A server store (PostgreSQL) is not copied here yet.
+// Whole-database copies of the store a connection is open on. An SQLite store is copied with
+// SQLite's online backup: the copy is one consistent state of the database, taken while other
+// programs go on writing. A server store (PostgreSQL) is copied table by table into the same kind
+// of SQLite file, and restored from one in a single transaction, so a backup of either store
+// restores into either.
 namespace databasecopy {
 
 // The reason a copy failed; empty when it went through.

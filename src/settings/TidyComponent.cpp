@@ -39,9 +39,9 @@ bool TidyComponent::callWithConnection(const QString& operation, Connection& con
     return false;
 }
 
-QString TidyComponent::keptCopyPath(const QString& databaseFile)
+QString TidyComponent::keptCopyPath(const QString& backupFile)
 {
-    return databaseFile + QStringLiteral(".before-restore");
+    return backupFile + QStringLiteral(".before-restore");
 }
 
 bool TidyComponent::failed(const QString& message)
@@ -109,7 +109,7 @@ bool TidyComponent::LoadRestore(Connection& connection)
         != MsgResult::Yes)
         return true;
     // The database as it stands is kept first: a restore that was a mistake can be undone.
-    const QString kept = keptCopyPath(databasecopy::databaseFile(connection));
+    const QString kept = keptCopyPath(*path);
     if (const QString error = databasecopy::backup(connection, kept); !error.isEmpty())
         return failed(QStringLiteral("Nothing was restored: the database could not be kept first: ") + error);
     if (const QString error = databasecopy::restore(connection, *path); !error.isEmpty())

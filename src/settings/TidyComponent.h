@@ -37,8 +37,9 @@ public:
     bool LoadBackUp(Connection& connection);
     bool LoadRestore(Connection& connection);
 
-    // Where a restore keeps the database as it stood before: beside it, "<file>.before-restore".
-    static QString keptCopyPath(const QString& databaseFile);
+    // Where a restore keeps the database as it stood before: beside the backup it restores,
+    // "<backup>.before-restore", which is a place of files for either kind of store.
+    static QString keptCopyPath(const QString& backupFile);
 
 private:
     bool failed(const QString& message);

@@ -474,7 +474,7 @@ void TestScreensOptions::testBackupAndRestoreRoundTrip()
     chooseFile(driver, backup);
     driver.answer(restoreQuestion, QMessageBox::Yes);
     driver.answer(latin("The database was restored from ") + backup
-            + latin("\nThe database as it was before is kept in ") + desk.database.path() + latin(".before-restore"),
+            + latin("\nThe database as it was before is kept in ") + backup + latin(".before-restore"),
         QMessageBox::Ok);
     driver.onForm(
         latin("Options"), [](FormDialog& screen) { QTest::mouseClick(find(screen, "cmdOk"), Qt::LeftButton); });

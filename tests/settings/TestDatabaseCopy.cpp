@@ -1,6 +1,8 @@
 #include "settings/DatabaseCopy.h"
 
+#include "store/DatabaseInit.h"
 #include "store/Recordset.h"
+#include "store/ScratchDatabase.h"
 #include "support/StoreTestDatabase.h"
 
 #include <QElapsedTimer>
@@ -121,6 +123,44 @@ private slots:
         QVERIFY(addTicket(m_db->connection(), QStringLiteral("KEEP")));
         QVERIFY(!databasecopy::restore(m_db->connection(), other).isEmpty());
         QCOMPARE(countOf(m_db->connection(), QStringLiteral("Select * from Account where Username = 'KEEP'")), 1L);
+    }
+
+    // A backup is an SQLite file whichever store it was taken from, so a café's file moves to a
+    // server and back with every value as it was.
+    void testABackupMovesBetweenTheEngines()
+    {
+        if (ScratchDatabase::server().isEmpty())
+            QSKIP("No PostgreSQL server is given (MARLET_TEST_POSTGRES).");
+        const QString file = QStringLiteral("sqlite:") + m_dir->filePath(QStringLiteral("cafe.db"));
+        QCOMPARE((DatabaseInit {file, QStringLiteral("FILEPASS"), false}.run().error), QString());
+        Connection cafe;
+        QVERIFY(cafe.Open(file));
+        QVERIFY(addTicket(cafe, QStringLiteral("FROMFILE")));
+        QVERIFY(cafe.Execute(Statement(QStringLiteral(
+            "INSERT INTO Account (TicketGrp,TicketNo,Username,Password,Time,NEW,Member,DateCreated) Values "
+            "('MEMBER01','000','it''s','PW',-60,false,true,'2026-11-24 09:30:00')"))));
+        const QString fromFile = m_dir->filePath(QStringLiteral("file.bak"));
+        QCOMPARE(databasecopy::backup(cafe, fromFile), QString());
+
+        ScratchDatabase scratch;
+        QCOMPARE(scratch.create(QStringLiteral("SERVERPASS")), QString());
+        Connection server;
+        QVERIFY(server.Open(scratch.connectionString()));
+        QCOMPARE(databasecopy::restore(server, fromFile), QString());
+        const QString tickets = QStringLiteral("select Username, Password, Time, NEW, Member, DateCreated, TicketGrp "
+                                               "from Account order by Username");
+        const QString staff = QStringLiteral("select Username, Password, Type from Users");
+        QCOMPARE(test::queryRows(server, tickets), test::queryRows(cafe, tickets));
+        QCOMPARE(test::queryRows(server, staff), QStringList {QStringLiteral("ADMINISTRATOR | FILEPASS | ADMINISTRATOR")});
+        // The server goes on taking tickets, and its backup comes back into the file.
+        QVERIFY(server.Execute(Statement(
+            QStringLiteral("INSERT INTO Account (TicketGrp,TicketNo,Username,Password,Time,NEW,Member) Values "
+                           "('261121100000','002','FROMSERVER','PW',1800,true,false)"))));
+        const QString fromServer = m_dir->filePath(QStringLiteral("server.bak"));
+        QCOMPARE(databasecopy::backup(server, fromServer), QString());
+        QCOMPARE(databasecopy::restore(cafe, fromServer), QString());
+        QCOMPARE(test::queryRows(cafe, tickets).size(), 3);
+        QCOMPARE(test::queryRows(cafe, tickets), test::queryRows(server, tickets));
     }
 
     void testRestoreBringsTheBackupBack()
