@@ -331,7 +331,7 @@ bool SqliteEngine::deleteRow(const QString& table, const QVariant& key, long* ch
 
 QStringList SqliteEngine::schemaSql(const Schema& schema) const
 {
-    return schemaStatements(schema, [](const ColumnDef& column) {
+    return schemaStatements(schema, [](const ColumnDef& column) -> QString {
         return typeName(column.type)
             + (column.type == ColumnType::Text ? QStringLiteral(" COLLATE NOCASE") : QString());
     });
