@@ -6,7 +6,10 @@
 #include "values/Formats.h"
 #include "values/Numbers.h"
 
+#include <QHash>
 #include <QString>
+
+#include <initializer_list>
 
 namespace marlet {
 
@@ -47,6 +50,17 @@ QString minutesText(const QVariant& seconds)
     return minutes + QStringLiteral("min(s)");
 }
 
+// The report asks for the same few fields by their written names on every row; each name becomes a
+// string once, not once per report.
+const QString& fieldName(const char* name)
+{
+    thread_local QHash<const char*, QString> names;
+    auto found = names.constFind(name);
+    if (found == names.constEnd())
+        found = names.insert(name, QString::fromLatin1(name));
+    return *found;
+}
+
 class ReportLines
 {
 public:
@@ -56,14 +70,16 @@ public:
         m_text.reserve(640);
     }
 
-    QVariant field(const char* name) const { return m_row.value(QLatin1String(name)); }
+    QVariant field(const char* name) const { return m_row.value(fieldName(name)); }
     QString text(const char* name) const { return joined(field(name)); }
-    // The lines are joined as they come, each after the one before by CR LF.
-    void add(const QString& line)
+    // The lines are joined as they come, each after the one before by CR LF; a line's pieces go
+    // straight into the text.
+    void add(std::initializer_list<QStringView> pieces)
     {
         if (m_lineCount++ > 0)
             m_text += QLatin1String("\r\n");
-        m_text += line;
+        for (const QStringView piece : pieces)
+            m_text += piece;
     }
     QString joinedLines() const { return m_text; }
 
@@ -110,41 +126,41 @@ QString groupAndNumber(const ReportLines& r)
 // up: one tab after each caption.
 void addUsage(ReportLines& r)
 {
-    r.add(QStringLiteral("Username: ") + Tab + r.text("Username"));
-    r.add(QStringLiteral("Time Left: ") + Tab + minutesText(r.field("Time")));
-    r.add(QStringLiteral("Time Used: ") + Tab + r.text("TotalTimeUsed") + QStringLiteral("min(s)"));
-    r.add(QStringLiteral("Original Time: ") + Tab + minutesText(r.field("OrgTime")));
-    r.add(QStringLiteral("Cost Price: ") + Tab + r.text("amount"));
-    r.add(QStringLiteral("Last Time Used: ") + Tab + lastTimeUsed(r));
-    r.add(QStringLiteral("Last Date Used: ") + Tab + lastDateUsed(r));
-    r.add(QStringLiteral("Date Created: ") + Tab + values::format(r.field("DateCreated"), DateFormat));
-    r.add(QStringLiteral("Expire Date: ") + Tab + expiry(r));
-    r.add(QStringLiteral("Computer Used: ") + Tab + r.text("ComputerUsed"));
+    r.add({QStringLiteral("Username: "), Tab, r.text("Username")});
+    r.add({QStringLiteral("Time Left: "), Tab, minutesText(r.field("Time"))});
+    r.add({QStringLiteral("Time Used: "), Tab, r.text("TotalTimeUsed"), QStringLiteral("min(s)")});
+    r.add({QStringLiteral("Original Time: "), Tab, minutesText(r.field("OrgTime"))});
+    r.add({QStringLiteral("Cost Price: "), Tab, r.text("amount")});
+    r.add({QStringLiteral("Last Time Used: "), Tab, lastTimeUsed(r)});
+    r.add({QStringLiteral("Last Date Used: "), Tab, lastDateUsed(r)});
+    r.add({QStringLiteral("Date Created: "), Tab, values::format(r.field("DateCreated"), DateFormat)});
+    r.add({QStringLiteral("Expire Date: "), Tab, expiry(r)});
+    r.add({QStringLiteral("Computer Used: "), Tab, r.text("ComputerUsed")});
 }
 
 // "Member Account: " and the recharge schedule. The recharge time stands outside the member test:
 // a ticket of any kind whose Autorecharge is not "NONE" shows it.
 void addMembership(ReportLines& r)
 {
-    r.add(QStringLiteral("Member Account: ") + Tab + r.text("Member"));
+    r.add({QStringLiteral("Member Account: "), Tab, r.text("Member")});
     if (passesTest(r.field("Member"))) {
-        r.add(QStringLiteral("AutoRecharge: ") + Tab + r.text("Autorecharge"));
-        r.add(QStringLiteral("Account Day(s): ") + Tab + r.text("reday"));
+        r.add({QStringLiteral("AutoRecharge: "), Tab, r.text("Autorecharge")});
+        r.add({QStringLiteral("Account Day(s): "), Tab, r.text("reday")});
     }
     const QVariant autorecharge = r.field("Autorecharge");
     if (autorecharge.isNull() || autorecharge.toString() != QLatin1String("NONE"))
-        r.add(QStringLiteral("AutoCharge Time: ") + Tab + r.text("retime"));
+        r.add({QStringLiteral("AutoCharge Time: "), Tab, r.text("retime")});
 }
 
 // From "Time Ticket: " to "Quota Left: ", the same in every report.
 void addKindAndQuota(ReportLines& r, const BinReportOptions& options)
 {
-    r.add(QStringLiteral("Time Ticket: ") + Tab + r.text("Night"));
+    r.add({QStringLiteral("Time Ticket: "), Tab, r.text("Night")});
     if (isTrue(r.field("Night")))
-        r.add(QStringLiteral("Time Frame: ") + Tab + timeFrame(r, options));
-    r.add(QStringLiteral("Used Once: ") + Tab + r.text("Once"));
+        r.add({QStringLiteral("Time Frame: "), Tab, timeFrame(r, options)});
+    r.add({QStringLiteral("Used Once: "), Tab, r.text("Once")});
     if (options.quotaLine)
-        r.add(QStringLiteral("Quota Left: ") + Tab + r.text("Quota") + QStringLiteral("MB"));
+        r.add({QStringLiteral("Quota Left: "), Tab, r.text("Quota"), QStringLiteral("MB")});
 }
 
 QString posLine(const ReportLines& r, const PosSellerLookup& posSeller)
@@ -156,17 +172,17 @@ QString posLine(const ReportLines& r, const PosSellerLookup& posSeller)
 // The ticket information screen's report of an Account row: every line ends with CR LF.
 QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
-    r.add(QStringLiteral("TicketGrp/No: ") + Tab + groupAndNumber(r));
+    r.add({QStringLiteral("TicketGrp/No: "), Tab, groupAndNumber(r)});
     addUsage(r);
-    r.add(QStringLiteral("# of LogIn(s): ") + Tab + r.text("NoLogIn"));
-    r.add(QStringLiteral("# of Print(s): ") + Tab + r.text("Print") + QStringLiteral(" page(s)"));
-    r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));
+    r.add({QStringLiteral("# of LogIn(s): "), Tab, r.text("NoLogIn")});
+    r.add({QStringLiteral("# of Print(s): "), Tab, r.text("Print"), QStringLiteral(" page(s)")});
+    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
     addMembership(r);
-    r.add(QStringLiteral("# of Acct(s) Added: ") + Tab + r.text("NoAdded"));
+    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
     addKindAndQuota(r, options);
-    r.add(QStringLiteral("Created By: ") + Tab + r.text("ByWhom"));
+    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
     if (passesTest(r.field("POS")))
-        r.add(posLine(r, posSeller));
+        r.add({posLine(r, posSeller)});
     return r.joinedLines() + QStringLiteral("\r\n");
 }
 
@@ -174,18 +190,18 @@ QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosS
 // twice, and no line end after the last line.
 QString ticketInBinReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
-    r.add(QStringLiteral("TicketGrp&No: ") + Tab + groupAndNumber(r));
+    r.add({QStringLiteral("TicketGrp&No: "), Tab, groupAndNumber(r)});
     addUsage(r);
-    r.add(QStringLiteral("# of LogIn(s): ") + Tab + r.text("NoLogIn") + QStringLiteral(" page(s)"));
-    r.add(QStringLiteral("# of Print(s): ") + Tab + r.text("Print"));
-    r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));
-    r.add(QStringLiteral("# of Acct(s) Added: ") + Tab + r.text("NoAdded"));
-    r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));
+    r.add({QStringLiteral("# of LogIn(s): "), Tab, r.text("NoLogIn"), QStringLiteral(" page(s)")});
+    r.add({QStringLiteral("# of Print(s): "), Tab, r.text("Print")});
+    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
+    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
+    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
     addMembership(r);
     addKindAndQuota(r, options);
-    r.add(QStringLiteral("Created By: ") + Tab + r.text("ByWhom"));
+    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
     if (passesTest(r.field("POS")))
-        r.add(posLine(r, posSeller));
+        r.add({posLine(r, posSeller)});
     return r.joinedLines();
 }
 
@@ -210,26 +226,26 @@ QString binReport(
     if (kind == BinReportKind::TicketInBin)
         return ticketInBinReport(r, options, posSeller);
     if (kind == BinReportKind::ListClick) {
-        r.add(QStringLiteral("Date/Time Deleted: ") + Tab + r.text("DateTimeDeleted"));
-        r.add(QStringLiteral("Reason Deleted: ") + Tab + r.text("Reason"));
-        r.add(QStringLiteral("TicketGrp&No: ") + Tab + r.text("TicketGrp"));
+        r.add({QStringLiteral("Date/Time Deleted: "), Tab, r.text("DateTimeDeleted")});
+        r.add({QStringLiteral("Reason Deleted: "), Tab, r.text("Reason")});
+        r.add({QStringLiteral("TicketGrp&No: "), Tab, r.text("TicketGrp")});
     } else {
-        r.add(QStringLiteral("TicketGrp&No: ") + Tab + groupAndNumber(r));
+        r.add({QStringLiteral("TicketGrp&No: "), Tab, groupAndNumber(r)});
     }
-    r.add(QStringLiteral("Username: ") + Tab + Tab + r.text("Username"));
-    r.add(QStringLiteral("Time Left: ") + Tab + Tab + minutesText(r.field("Time")));
-    r.add(QStringLiteral("Time Used: ") + Tab + r.text("TotalTimeUsed") + QStringLiteral("min(s)"));
-    r.add(QStringLiteral("Original Time: ") + Tab + minutesText(r.field("OrgTime")));
-    r.add(QStringLiteral("Amount: ") + Tab + Tab + r.text("amount"));
-    r.add(QStringLiteral("Last Time Used: ") + Tab + lastTimeUsed(r));
-    r.add(QStringLiteral("Last Date Used: ") + Tab + lastDateUsed(r));
-    r.add(QStringLiteral("Date Created: ") + Tab + values::format(r.field("DateCreated"), DateFormat));
-    r.add(QStringLiteral("Expire Date: ") + Tab + expiry(r));
-    r.add(QStringLiteral("Computer Used: ") + Tab + r.text("ComputerUsed"));
-    r.add(QStringLiteral("Ticket Added: ") + Tab + r.text("AccountAdded"));
-    r.add(QStringLiteral("# of Acct(s) Added: ") + Tab + r.text("NoAdded"));
+    r.add({QStringLiteral("Username: "), Tab, Tab, r.text("Username")});
+    r.add({QStringLiteral("Time Left: "), Tab, Tab, minutesText(r.field("Time"))});
+    r.add({QStringLiteral("Time Used: "), Tab, r.text("TotalTimeUsed"), QStringLiteral("min(s)")});
+    r.add({QStringLiteral("Original Time: "), Tab, minutesText(r.field("OrgTime"))});
+    r.add({QStringLiteral("Amount: "), Tab, Tab, r.text("amount")});
+    r.add({QStringLiteral("Last Time Used: "), Tab, lastTimeUsed(r)});
+    r.add({QStringLiteral("Last Date Used: "), Tab, lastDateUsed(r)});
+    r.add({QStringLiteral("Date Created: "), Tab, values::format(r.field("DateCreated"), DateFormat)});
+    r.add({QStringLiteral("Expire Date: "), Tab, expiry(r)});
+    r.add({QStringLiteral("Computer Used: "), Tab, r.text("ComputerUsed")});
+    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
+    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
     addKindAndQuota(r, options);
-    r.add(QStringLiteral("Created By: ") + Tab + r.text("ByWhom"));
+    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
     return r.joinedLines();
 }
 
