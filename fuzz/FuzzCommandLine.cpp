@@ -5,20 +5,13 @@
 #include "../app/marlet/CommandCatalogue.h"
 #include "../app/marlet/HostOptions.h"
 
+#include "FuzzCheck.h"
+
 #include <QStringList>
 
 #include <cstdint>
-#include <cstdlib>
 
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
+using marlet::fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -9,21 +9,18 @@
 #include "store/Preferences.h"
 #include "store/Recordset.h"
 
+#include "FuzzCheck.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+using marlet::fuzz::require;
 
 QStringList rows(marlet::Connection& connection, const char* statement)
 {

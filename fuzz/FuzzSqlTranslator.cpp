@@ -6,20 +6,17 @@
 #include "store/SqlTokenizer.h"
 #include "store/SqlTranslator.h"
 
+#include "FuzzCheck.h"
+
 #include <QString>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
 using namespace Qt::StringLiterals;
 
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+using marlet::fuzz::require;
 
 void checkSql(const QString& sql, qsizetype values)
 {

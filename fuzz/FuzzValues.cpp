@@ -6,21 +6,14 @@
 #include "values/Formats.h"
 #include "values/Numbers.h"
 
+#include "FuzzCheck.h"
+
 #include <QString>
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
+using marlet::fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
