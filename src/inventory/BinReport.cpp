@@ -3,19 +3,25 @@
 #include "issuing/TicketRules.h"
 #include "store/PreferenceKeys.h"
 #include "store/Recordset.h"
+#include "store/StoreValue.h"
 #include "values/Formats.h"
 #include "values/Numbers.h"
 
-#include <QHash>
+#include <QByteArray>
 #include <QString>
 
-#include <initializer_list>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <optional>
+#include <span>
+#include <string>
 
 namespace marlet {
 
 namespace {
 
-const QString Tab = QStringLiteral("\t");
 const QString DateFormat = QStringLiteral("dd/mm/yyyy");
 const QString TimeFormat = QStringLiteral("hh:mmAMPM");
 
@@ -30,159 +36,442 @@ QString joined(const QVariant& value)
     return values::format(value, QString());
 }
 
-// A Null never counts as true.
-bool isTrue(const QVariant& value)
-{
-    return !value.isNull() && value.toBool();
-}
-
 // The ticket information screen tests its member, recharge and point-of-sale facts as they come:
 // a Null makes the test fail, and a failed test counts as true.
-bool passesTest(const QVariant& value)
+bool passesTest(std::optional<bool> truth)
 {
-    return value.isNull() || value.toBool();
+    return truth.value_or(true);
 }
 
-// Whole minutes of a time in seconds, then "min(s)"; a Null time gives the unit alone.
-QString minutesText(const QVariant& seconds)
+// The fields that the reports print.
+enum class Field {
+    AccountAdded,
+    Amount,
+    Autorecharge,
+    ByWhom,
+    ComputerUsed,
+    DateCreated,
+    DateTimeDeleted,
+    Days,
+    EndTime,
+    Expire,
+    LastUsed,
+    Member,
+    New,
+    Night,
+    NoAdded,
+    NoLogIn,
+    Once,
+    OrgTime,
+    Pos,
+    Print,
+    Quota,
+    Reason,
+    Reday,
+    Retime,
+    StartTime,
+    TicketGrp,
+    TicketNo,
+    Time,
+    TimeLastUsed,
+    TotalTimeUsed,
+    Username,
+};
+
+constexpr std::array<const char*, std::size_t(Field::Username) + 1> FieldNames = {"AccountAdded",
+    "Amount",
+    "Autorecharge",
+    "ByWhom",
+    "ComputerUsed",
+    "DateCreated",
+    "DateTimeDeleted",
+    "Days",
+    "EndTime",
+    "Expire",
+    "LastUsed",
+    "Member",
+    "NEW",
+    "Night",
+    "NoAdded",
+    "NoLogIn",
+    "Once",
+    "OrgTime",
+    "POS",
+    "Print",
+    "Quota",
+    "Reason",
+    "Reday",
+    "Retime",
+    "StartTime",
+    "TicketGrp",
+    "TicketNo",
+    "Time",
+    "TimeLastUsed",
+    "TotalTimeUsed",
+    "Username"};
+
+QLatin1StringView nameOf(Field field)
 {
-    const QString minutes = seconds.isNull() ? QString() : values::numberText(wholeMinutes(seconds.toDouble()));
-    return minutes + QStringLiteral("min(s)");
+    return QLatin1StringView(FieldNames[std::size_t(field)]);
 }
 
-// The report asks for the same few fields by their written names on every row; each name becomes a
-// string once, not once per report.
-const QString& fieldName(const char* name)
+// Where the report's fields stand in a row, and their column types. The result sets of one select
+// share their field layout, so both are found by name once for a layout, not for every report.
+class FieldPositions
 {
-    thread_local QHash<const char*, QString> names;
-    auto found = names.constFind(name);
-    if (found == names.constEnd())
-        found = names.insert(name, QString::fromLatin1(name));
-    return *found;
+public:
+    static const FieldPositions& of(const Recordset& row)
+    {
+        thread_local FieldPositions kept;
+        static const FieldPositions none;
+        std::shared_ptr<const void> layout = row.fieldLayout();
+        if (!layout)
+            return none;
+        if (layout != kept.m_layout) {
+            kept.m_layout = std::move(layout);
+            for (std::size_t i = 0; i < FieldNames.size(); ++i) {
+                kept.m_positions[i] = row.fieldIndex(nameOf(Field(i)));
+                kept.m_types[i] = row.fieldType(kept.m_positions[i]);
+            }
+        }
+        return kept;
+    }
+
+    int position(Field field) const { return m_positions[std::size_t(field)]; }
+    std::optional<ColumnType> type(Field field) const { return m_types[std::size_t(field)]; }
+
+private:
+    FieldPositions() { m_positions.fill(-1); }
+
+    std::shared_ptr<const void> m_layout;
+    std::array<int, FieldNames.size()> m_positions;
+    std::array<std::optional<ColumnType>, FieldNames.size()> m_types;
+};
+
+bool isWholeNumberType(ColumnType type)
+{
+    return type == ColumnType::Integer || type == ColumnType::Number;
 }
 
+// A stored number as its typed value reads as a double: a single keeps its 7 digits, an integer
+// column's number is whole. Nothing for a field of another type or a value stored as text.
+std::optional<double> storedNumber(const Cell& cell, ColumnType type)
+{
+    double value = 0;
+    if (cell.kind == Cell::Kind::Integer)
+        value = double(cell.integer);
+    else if (cell.kind == Cell::Kind::Real)
+        value = type == ColumnType::Integer ? double(std::llround(cell.real)) : cell.real;
+    else
+        return std::nullopt;
+    switch (type) {
+    case ColumnType::Single:
+        return double(float(value));
+    case ColumnType::Integer:
+    case ColumnType::Number:
+    case ColumnType::Double:
+        return value;
+    case ColumnType::Text:
+    case ColumnType::Boolean:
+    case ColumnType::Date:
+        break;
+    }
+    return std::nullopt;
+}
+
+// The lines of a report, built in UTF-8. A field whose stored form already is its printed text (a
+// text, a whole number, a truth value, the day of a stored date) is copied from the row as the store
+// holds it; any other field goes through its typed value, as the screens read fields.
 class ReportLines
 {
 public:
     explicit ReportLines(const Recordset& row)
         : m_row(row)
+        , m_positions(FieldPositions::of(row))
+        , m_stored(row.storedRow())
     {
         m_text.reserve(640);
     }
 
-    QVariant field(const char* name) const { return m_row.value(fieldName(name)); }
-    QString text(const char* name) const { return joined(field(name)); }
-    // The lines are joined as they come, each after the one before by CR LF; a line's pieces go
-    // straight into the text.
-    void add(std::initializer_list<QStringView> pieces)
+    QVariant field(Field name) const
+    {
+        const int position = m_positions.position(name);
+        return position >= 0 ? m_row.value(position) : m_row.value(nameOf(name));
+    }
+    // The field joined into text, as a piece of its own.
+    QString textOf(Field name) const { return joined(field(name)); }
+
+    // Starts a line with its caption; the lines are joined as they come, each after the one before
+    // by CR LF.
+    template<std::size_t Size>
+    ReportLines& line(const char (&caption)[Size])
     {
         if (m_lineCount++ > 0)
-            m_text += QLatin1String("\r\n");
-        for (const QStringView piece : pieces)
-            m_text += piece;
+            m_text += "\r\n";
+        return add(caption);
     }
-    QString joinedLines() const { return m_text; }
+    template<std::size_t Size>
+    ReportLines& add(const char (&literal)[Size])
+    {
+        m_text.append(literal, Size - 1);
+        return *this;
+    }
+    ReportLines& add(const QString& piece)
+    {
+        const QByteArray utf8 = piece.toUtf8();
+        m_text.append(utf8.constData(), std::size_t(utf8.size()));
+        return *this;
+    }
+    // The field joined into the line.
+    ReportLines& text(Field name)
+    {
+        if (!addStoredText(name))
+            add(textOf(name));
+        return *this;
+    }
+    // The whole minutes of a time in seconds, then "min(s)"; a Null time gives the unit alone.
+    ReportLines& minutes(Field name)
+    {
+        if (const std::optional<double> seconds = number(name))
+            addNumber(wholeMinutes(*seconds));
+        return add("min(s)");
+    }
+    // The day of a date field, "dd/mm/yyyy".
+    ReportLines& date(Field name)
+    {
+        if (!addStoredDate(name))
+            add(values::format(field(name), DateFormat));
+        return *this;
+    }
+
+    // The field as a truth value, nothing for Null.
+    std::optional<bool> truth(Field name) const
+    {
+        if (const auto stored = storedOf(name); stored && stored->type == ColumnType::Boolean) {
+            if (stored->cell.kind == Cell::Kind::Null)
+                return std::nullopt;
+            if (stored->cell.kind == Cell::Kind::Integer)
+                return stored->cell.integer != 0;
+        }
+        const QVariant value = field(name);
+        return value.isNull() ? std::nullopt : std::optional(value.toBool());
+    }
+    // The field as a number, nothing for Null.
+    std::optional<double> number(Field name) const
+    {
+        if (const auto stored = storedOf(name)) {
+            if (stored->cell.kind == Cell::Kind::Null)
+                return std::nullopt;
+            if (const auto value = storedNumber(stored->cell, stored->type))
+                return value;
+        }
+        const QVariant value = field(name);
+        return value.isNull() ? std::nullopt : std::optional(value.toDouble());
+    }
+    bool isNull(Field name) const
+    {
+        const auto stored = storedOf(name);
+        if (stored && stored->cell.kind == Cell::Kind::Null)
+            return true;
+        if (stored && stored->cell.kind == Cell::Kind::Text && stored->type == ColumnType::Text)
+            return false;
+        return field(name).isNull();
+    }
+
+    QString joinedLines() const { return QString::fromUtf8(m_text.data(), qsizetype(m_text.size())); }
 
 private:
+    struct Stored
+    {
+        const Cell& cell;
+        ColumnType type;
+    };
+
+    std::optional<Stored> storedOf(Field name) const
+    {
+        const int position = m_positions.position(name);
+        const std::optional<ColumnType> type = m_positions.type(name);
+        if (position < 0 || std::size_t(position) >= m_stored.size() || !type)
+            return std::nullopt;
+        return Stored {m_stored[std::size_t(position)], *type};
+    }
+
+    bool addStoredText(Field name)
+    {
+        const auto stored = storedOf(name);
+        if (!stored)
+            return false;
+        const Cell& cell = stored->cell;
+        switch (cell.kind) {
+        case Cell::Kind::Null:
+            return true;
+        case Cell::Kind::Text:
+            if (stored->type != ColumnType::Text)
+                return false;
+            m_text.append(cell.bytes());
+            return true;
+        case Cell::Kind::Integer:
+            if (stored->type == ColumnType::Boolean) {
+                m_text += cell.integer != 0 ? "True" : "False";
+                return true;
+            }
+            if (isWholeNumberType(stored->type)) {
+                addNumber(double(cell.integer));
+                return true;
+            }
+            return false;
+        case Cell::Kind::Real:
+        case Cell::Kind::Blob:
+            break;
+        }
+        return false;
+    }
+
+    bool addStoredDate(Field name)
+    {
+        const auto stored = storedOf(name);
+        if (!stored || stored->type != ColumnType::Date)
+            return false;
+        if (stored->cell.kind == Cell::Kind::Null)
+            return true;
+        const auto day = stored->cell.kind == Cell::Kind::Text ? storevalue::storedDate(stored->cell.bytes())
+                                                               : std::nullopt;
+        if (!day || day->year() < 1000)
+            return false;
+        const auto put = [this](int value, int width) {
+            char digits[4];
+            for (int i = width - 1; i >= 0; --i, value /= 10)
+                digits[i] = char('0' + value % 10);
+            m_text.append(digits, std::size_t(width));
+        };
+        put(day->day(), 2);
+        m_text += '/';
+        put(day->month(), 2);
+        m_text += '/';
+        put(day->year(), 4);
+        return true;
+    }
+
+    // A number as the form language prints it; a whole one of up to 15 digits is its digits.
+    void addNumber(double value)
+    {
+        if (value != std::trunc(value) || std::abs(value) >= 1e15) {
+            add(values::numberText(value));
+            return;
+        }
+        char digits[24];
+        const auto written = std::to_chars(std::begin(digits), std::end(digits), qint64(value));
+        m_text.append(digits, written.ptr);
+    }
+
     const Recordset& m_row;
-    QString m_text;
+    const FieldPositions& m_positions;
+    std::span<const Cell> m_stored;
+    std::string m_text;
     int m_lineCount = 0;
 };
 
-QString lastTimeUsed(const ReportLines& r)
+void addLastTimeUsed(ReportLines& r)
 {
-    const QVariant timeLastUsed = r.field("TimeLastUsed");
-    return timeLastUsed.isNull() || isTrue(r.field("New")) ? QStringLiteral("NEW") : joined(timeLastUsed);
+    if (r.isNull(Field::TimeLastUsed) || r.truth(Field::New).value_or(false))
+        r.add("NEW");
+    else
+        r.text(Field::TimeLastUsed);
 }
 
-QString lastDateUsed(const ReportLines& r)
+void addLastDateUsed(ReportLines& r)
 {
-    return isTrue(r.field("New")) ? QStringLiteral("NEW") : values::format(r.field("LastUsed"), DateFormat);
+    if (r.truth(Field::New).value_or(false))
+        r.add("NEW");
+    else
+        r.date(Field::LastUsed);
 }
 
-QString expiry(const ReportLines& r)
+void addExpiry(ReportLines& r)
 {
-    const QVariant days = r.field("days");
-    if (!days.isNull() && days.toDouble() > 0)
-        return joined(r.field("Days")) + QStringLiteral(" days after Login");
-    return values::format(r.field("Expire"), DateFormat);
+    if (r.number(Field::Days).value_or(0) > 0)
+        r.text(Field::Days).add(" days after Login");
+    else
+        r.date(Field::Expire);
 }
 
 QString timeFrame(const ReportLines& r, const BinReportOptions& options)
 {
-    if (!options.generalTime)
-        return values::format(r.field("StartTime"), TimeFormat) + QStringLiteral(" to ")
-            + values::format(r.field("EndTime"), TimeFormat);
-    return values::format(options.beginTime, TimeFormat) + QStringLiteral(" to ")
-        + values::format(options.endTime, TimeFormat);
+    const GeneralNightTime general = options.nightTime();
+    if (!general.used)
+        return values::format(r.field(Field::StartTime), TimeFormat) + QStringLiteral(" to ")
+            + values::format(r.field(Field::EndTime), TimeFormat);
+    return values::format(general.begin, TimeFormat) + QStringLiteral(" to ") + values::format(general.end, TimeFormat);
 }
 
-QString groupAndNumber(const ReportLines& r)
+void addGroupAndNumber(ReportLines& r)
 {
-    return r.text("TicketGrp") + QStringLiteral(" - ") + r.text("TicketNo");
+    r.text(Field::TicketGrp).add(" - ").text(Field::TicketNo);
 }
 
 // The facts from "Username: " to "Computer Used: ", as the ticket information screen lines them
 // up: one tab after each caption.
 void addUsage(ReportLines& r)
 {
-    r.add({QStringLiteral("Username: "), Tab, r.text("Username")});
-    r.add({QStringLiteral("Time Left: "), Tab, minutesText(r.field("Time"))});
-    r.add({QStringLiteral("Time Used: "), Tab, r.text("TotalTimeUsed"), QStringLiteral("min(s)")});
-    r.add({QStringLiteral("Original Time: "), Tab, minutesText(r.field("OrgTime"))});
-    r.add({QStringLiteral("Cost Price: "), Tab, r.text("amount")});
-    r.add({QStringLiteral("Last Time Used: "), Tab, lastTimeUsed(r)});
-    r.add({QStringLiteral("Last Date Used: "), Tab, lastDateUsed(r)});
-    r.add({QStringLiteral("Date Created: "), Tab, values::format(r.field("DateCreated"), DateFormat)});
-    r.add({QStringLiteral("Expire Date: "), Tab, expiry(r)});
-    r.add({QStringLiteral("Computer Used: "), Tab, r.text("ComputerUsed")});
+    r.line("Username: \t").text(Field::Username);
+    r.line("Time Left: \t").minutes(Field::Time);
+    r.line("Time Used: \t").text(Field::TotalTimeUsed).add("min(s)");
+    r.line("Original Time: \t").minutes(Field::OrgTime);
+    r.line("Cost Price: \t").text(Field::Amount);
+    addLastTimeUsed(r.line("Last Time Used: \t"));
+    addLastDateUsed(r.line("Last Date Used: \t"));
+    r.line("Date Created: \t").date(Field::DateCreated);
+    addExpiry(r.line("Expire Date: \t"));
+    r.line("Computer Used: \t").text(Field::ComputerUsed);
 }
 
 // "Member Account: " and the recharge schedule. The recharge time stands outside the member test:
 // a ticket of any kind whose Autorecharge is not "NONE" shows it.
 void addMembership(ReportLines& r)
 {
-    r.add({QStringLiteral("Member Account: "), Tab, r.text("Member")});
-    if (passesTest(r.field("Member"))) {
-        r.add({QStringLiteral("AutoRecharge: "), Tab, r.text("Autorecharge")});
-        r.add({QStringLiteral("Account Day(s): "), Tab, r.text("reday")});
+    r.line("Member Account: \t").text(Field::Member);
+    if (passesTest(r.truth(Field::Member))) {
+        r.line("AutoRecharge: \t").text(Field::Autorecharge);
+        r.line("Account Day(s): \t").text(Field::Reday);
     }
-    const QVariant autorecharge = r.field("Autorecharge");
+    const QVariant autorecharge = r.field(Field::Autorecharge);
     if (autorecharge.isNull() || autorecharge.toString() != QLatin1String("NONE"))
-        r.add({QStringLiteral("AutoCharge Time: "), Tab, r.text("retime")});
+        r.line("AutoCharge Time: \t").text(Field::Retime);
 }
 
 // From "Time Ticket: " to "Quota Left: ", the same in every report.
 void addKindAndQuota(ReportLines& r, const BinReportOptions& options)
 {
-    r.add({QStringLiteral("Time Ticket: "), Tab, r.text("Night")});
-    if (isTrue(r.field("Night")))
-        r.add({QStringLiteral("Time Frame: "), Tab, timeFrame(r, options)});
-    r.add({QStringLiteral("Used Once: "), Tab, r.text("Once")});
+    r.line("Time Ticket: \t").text(Field::Night);
+    if (r.truth(Field::Night).value_or(false))
+        r.line("Time Frame: \t").add(timeFrame(r, options));
+    r.line("Used Once: \t").text(Field::Once);
     if (options.quotaLine)
-        r.add({QStringLiteral("Quota Left: "), Tab, r.text("Quota"), QStringLiteral("MB")});
+        r.line("Quota Left: \t").text(Field::Quota).add("MB");
 }
 
-QString posLine(const ReportLines& r, const PosSellerLookup& posSeller)
+void addPos(ReportLines& r, const PosSellerLookup& posSeller)
 {
-    const QString seller = posSeller ? posSeller(r.text("Username")) : QString();
-    return QStringLiteral("POS/Activated By: ") + Tab + seller;
+    if (!passesTest(r.truth(Field::Pos)))
+        return;
+    r.line("POS/Activated By: \t");
+    if (posSeller)
+        r.add(posSeller(r.textOf(Field::Username)));
 }
 
 // The ticket information screen's report of an Account row: every line ends with CR LF.
 QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
-    r.add({QStringLiteral("TicketGrp/No: "), Tab, groupAndNumber(r)});
+    addGroupAndNumber(r.line("TicketGrp/No: \t"));
     addUsage(r);
-    r.add({QStringLiteral("# of LogIn(s): "), Tab, r.text("NoLogIn")});
-    r.add({QStringLiteral("# of Print(s): "), Tab, r.text("Print"), QStringLiteral(" page(s)")});
-    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
+    r.line("# of LogIn(s): \t").text(Field::NoLogIn);
+    r.line("# of Print(s): \t").text(Field::Print).add(" page(s)");
+    r.line("Ticket Added: \t").text(Field::AccountAdded);
     addMembership(r);
-    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
+    r.line("# of Acct(s) Added: \t").text(Field::NoAdded);
     addKindAndQuota(r, options);
-    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
-    if (passesTest(r.field("POS")))
-        r.add({posLine(r, posSeller)});
+    r.line("Created By: \t").text(Field::ByWhom);
+    addPos(r, posSeller);
     return r.joinedLines() + QStringLiteral("\r\n");
 }
 
@@ -190,18 +479,17 @@ QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosS
 // twice, and no line end after the last line.
 QString ticketInBinReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
-    r.add({QStringLiteral("TicketGrp&No: "), Tab, groupAndNumber(r)});
+    addGroupAndNumber(r.line("TicketGrp&No: \t"));
     addUsage(r);
-    r.add({QStringLiteral("# of LogIn(s): "), Tab, r.text("NoLogIn"), QStringLiteral(" page(s)")});
-    r.add({QStringLiteral("# of Print(s): "), Tab, r.text("Print")});
-    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
-    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
-    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
+    r.line("# of LogIn(s): \t").text(Field::NoLogIn).add(" page(s)");
+    r.line("# of Print(s): \t").text(Field::Print);
+    r.line("Ticket Added: \t").text(Field::AccountAdded);
+    r.line("# of Acct(s) Added: \t").text(Field::NoAdded);
+    r.line("Ticket Added: \t").text(Field::AccountAdded);
     addMembership(r);
     addKindAndQuota(r, options);
-    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
-    if (passesTest(r.field("POS")))
-        r.add({posLine(r, posSeller)});
+    r.line("Created By: \t").text(Field::ByWhom);
+    addPos(r, posSeller);
     return r.joinedLines();
 }
 
@@ -210,11 +498,16 @@ QString ticketInBinReport(ReportLines& r, const BinReportOptions& options, const
 BinReportOptions BinReportOptions::read(const SessionPreferences& preferences)
 {
     BinReportOptions options;
-    options.generalTime = preferences.number(keys::UseGTime) != 0;
-    options.beginTime = preferences.text(keys::BeginTime);
-    options.endTime = preferences.text(keys::EndTime);
     options.quotaLine = preferences.truth(keys::Download) && preferences.text(keys::DownType) != QLatin1String("2");
+    options.preferences.emplace(preferences);
     return options;
+}
+
+GeneralNightTime BinReportOptions::nightTime() const
+{
+    if (!preferences)
+        return {};
+    return {preferences->number(keys::UseGTime) != 0, preferences->text(keys::BeginTime), preferences->text(keys::EndTime)};
 }
 
 QString binReport(
@@ -226,26 +519,26 @@ QString binReport(
     if (kind == BinReportKind::TicketInBin)
         return ticketInBinReport(r, options, posSeller);
     if (kind == BinReportKind::ListClick) {
-        r.add({QStringLiteral("Date/Time Deleted: "), Tab, r.text("DateTimeDeleted")});
-        r.add({QStringLiteral("Reason Deleted: "), Tab, r.text("Reason")});
-        r.add({QStringLiteral("TicketGrp&No: "), Tab, r.text("TicketGrp")});
+        r.line("Date/Time Deleted: \t").text(Field::DateTimeDeleted);
+        r.line("Reason Deleted: \t").text(Field::Reason);
+        r.line("TicketGrp&No: \t").text(Field::TicketGrp);
     } else {
-        r.add({QStringLiteral("TicketGrp&No: "), Tab, groupAndNumber(r)});
+        addGroupAndNumber(r.line("TicketGrp&No: \t"));
     }
-    r.add({QStringLiteral("Username: "), Tab, Tab, r.text("Username")});
-    r.add({QStringLiteral("Time Left: "), Tab, Tab, minutesText(r.field("Time"))});
-    r.add({QStringLiteral("Time Used: "), Tab, r.text("TotalTimeUsed"), QStringLiteral("min(s)")});
-    r.add({QStringLiteral("Original Time: "), Tab, minutesText(r.field("OrgTime"))});
-    r.add({QStringLiteral("Amount: "), Tab, Tab, r.text("amount")});
-    r.add({QStringLiteral("Last Time Used: "), Tab, lastTimeUsed(r)});
-    r.add({QStringLiteral("Last Date Used: "), Tab, lastDateUsed(r)});
-    r.add({QStringLiteral("Date Created: "), Tab, values::format(r.field("DateCreated"), DateFormat)});
-    r.add({QStringLiteral("Expire Date: "), Tab, expiry(r)});
-    r.add({QStringLiteral("Computer Used: "), Tab, r.text("ComputerUsed")});
-    r.add({QStringLiteral("Ticket Added: "), Tab, r.text("AccountAdded")});
-    r.add({QStringLiteral("# of Acct(s) Added: "), Tab, r.text("NoAdded")});
+    r.line("Username: \t\t").text(Field::Username);
+    r.line("Time Left: \t\t").minutes(Field::Time);
+    r.line("Time Used: \t").text(Field::TotalTimeUsed).add("min(s)");
+    r.line("Original Time: \t").minutes(Field::OrgTime);
+    r.line("Amount: \t\t").text(Field::Amount);
+    addLastTimeUsed(r.line("Last Time Used: \t"));
+    addLastDateUsed(r.line("Last Date Used: \t"));
+    r.line("Date Created: \t").date(Field::DateCreated);
+    addExpiry(r.line("Expire Date: \t"));
+    r.line("Computer Used: \t").text(Field::ComputerUsed);
+    r.line("Ticket Added: \t").text(Field::AccountAdded);
+    r.line("# of Acct(s) Added: \t").text(Field::NoAdded);
     addKindAndQuota(r, options);
-    r.add({QStringLiteral("Created By: "), Tab, r.text("ByWhom")});
+    r.line("Created By: \t").text(Field::ByWhom);
     return r.joinedLines();
 }
 

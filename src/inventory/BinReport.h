@@ -1,13 +1,15 @@
 #pragma once
 
+#include "store/PreferenceKeys.h"
+
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace marlet {
 
 class Recordset;
-class SessionPreferences;
 
 // Which report of a ticket row is asked for. The recycle bin screen's: a click in the list shows
 // when and why the ticket went to the bin, then its group; a search starts at the group and adds
@@ -16,17 +18,26 @@ class SessionPreferences;
 // report of a bin row, which has the same facts in another order and does not end with one.
 enum class BinReportKind { ListClick, Search, Ticket, TicketInBin };
 
-// The preferences the report reads at the moment it is made.
+// The general night time: a time ticket shows it instead of its own time frame when UseGTime is
+// not 0.
+struct GeneralNightTime
+{
+    bool used = false;
+    QString begin = QStringLiteral("00:00");
+    QString end = QStringLiteral("06:00");
+};
+
+// The preferences the report reads at the moment it is made. The night time matters to time
+// tickets alone, so its three keys are read when a time ticket is reported, not for every report.
 struct BinReportOptions
 {
-    // UseGTime is not 0: a time ticket shows the general night time instead of its own time frame.
-    bool generalTime = false;
-    QString beginTime = QStringLiteral("00:00");
-    QString endTime = QStringLiteral("06:00");
     // Download is true and DownType is not "2": the ticket's quota is shown.
     bool quotaLine = false;
+    // Where the night time is read from; without a store, the night time is its defaults.
+    std::optional<SessionPreferences> preferences;
 
     static BinReportOptions read(const SessionPreferences& preferences);
+    GeneralNightTime nightTime() const;
 };
 
 // Who sold or activated a ticket through the point of sale, by its user name; empty when the

@@ -180,7 +180,7 @@ bool Connection::openSqlite(const QString& path)
     // With a write-ahead log a commit need not wait for the disk; the file stays consistent.
     std::vector<Cell> cells;
     mode.decodeRow(0, cells);
-    if (cells.front().bytes == "wal")
+    if (cells.front().bytes() == "wal")
         m_engine->execute(QStringLiteral("PRAGMA synchronous = NORMAL"), {});
     return true;
 }

@@ -78,9 +78,10 @@ double SessionPreferences::numberOf(const QString& text)
 bool SessionPreferences::truthOf(const QString& text)
 {
     const QString trimmed = text.trimmed();
-    if (trimmed.compare(u"True", Qt::CaseInsensitive) == 0)
+    // Texts equal without regard to case have the same length: most texts are told by it alone.
+    if (trimmed.size() == 4 && trimmed.compare(u"True", Qt::CaseInsensitive) == 0)
         return true;
-    if (trimmed.compare(u"False", Qt::CaseInsensitive) == 0)
+    if (trimmed.size() == 5 && trimmed.compare(u"False", Qt::CaseInsensitive) == 0)
         return false;
     return values::isNumeric(trimmed) && values::leadingNumber(trimmed) != 0;
 }

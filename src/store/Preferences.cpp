@@ -9,6 +9,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <atomic>
+#include <ctime>
 #include <type_traits>
 
 #include <sys/stat.h>
@@ -115,6 +117,22 @@ QString foldedAddress(const QString& application, const QString& section, const 
     return address;
 }
 
+// Saves made by this process to any preference file. A reader that sees the count move looks at its
+// file again at once, so that a value saved through one store object is read through another.
+std::atomic<std::uint64_t> savesInThisProcess {0};
+
+// How long a look at the file stays good for the reads that follow it. A status call costs about as
+// much as a screen's whole report of a ticket, and a screen reads several keys in a row; a write
+// by another program that lands within this window reads as if it had landed just after the read.
+constexpr std::int64_t LookStaysGoodNanoseconds = 1000000;
+
+std::int64_t monotonicNanoseconds()
+{
+    timespec now {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::int64_t(now.tv_sec) * 1000000000 + now.tv_nsec;
+}
+
 } // namespace
 
 Preferences::Preferences(const QString& folder)
@@ -176,7 +194,7 @@ void Preferences::SaveSetting(
         QString host;
         QString program;
         lock.getLockInfo(&holder, &host, &program);
-        refresh();
+        reload();
         put({application, section, key, value});
         m_lastError = QStringLiteral("The preference file '%1' is locked by another program (%2, process %3); %4 was "
                                      "not saved to it.")
@@ -185,7 +203,7 @@ void Preferences::SaveSetting(
                           .arg(key);
         return;
     }
-    refresh();
+    reload();
     const auto found = m_index.constFind(foldedAddress(application, section, key));
     if (found != m_index.constEnd() && m_entries.at(*found).value == value)
         return;
@@ -196,7 +214,7 @@ void Preferences::SaveSetting(
 
 Preferences::FileStamp Preferences::currentStamp() const
 {
-    // One status call per read. Every save replaces the file, so the inode tells a new version even
+    // Every save replaces the file, so the inode tells a new version even
     // when the clock's granularity gives two versions the same modification time.
     struct stat status = {};
     if (::stat(m_nativePath.constData(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -208,6 +226,17 @@ Preferences::FileStamp Preferences::currentStamp() const
 }
 
 void Preferences::refresh() const
+{
+    const std::uint64_t saves = savesInThisProcess.load(std::memory_order_acquire);
+    const std::int64_t now = monotonicNanoseconds();
+    if (m_lookedAt >= 0 && saves == m_savesSeen && now - m_lookedAt < LookStaysGoodNanoseconds)
+        return;
+    m_savesSeen = saves;
+    m_lookedAt = now;
+    reload();
+}
+
+void Preferences::reload() const
 {
     const FileStamp stamp = currentStamp();
     if (stamp == m_stamp)
@@ -283,6 +312,7 @@ bool Preferences::write()
         return false;
     }
     m_stamp = currentStamp();
+    savesInThisProcess.fetch_add(1, std::memory_order_release);
     return true;
 }
 

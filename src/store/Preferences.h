@@ -23,7 +23,8 @@ namespace marlet {
 // The values live in one file, preferences.ini, in a folder chosen in this order: the folder given
 // to the constructor (the host's --prefs), the environment variable MARLET_PREFS, and otherwise
 // the folder "marlet" in the user's configuration location. Reads come from memory; the file is
-// read again when it changed on disk, since other programs of the system write keys too. Every
+// read again when it changed on disk, since other programs of the system write keys too. Whether it
+// changed is looked at no more than once a millisecond, and at once after a save in this process. Every
 // write replaces the file atomically and is synced to disk before SaveSetting returns.
 class Preferences
 {
@@ -62,7 +63,9 @@ private:
     };
 
     FileStamp currentStamp() const;
+    // Looks at the file unless a look of the last millisecond is still good; reload() looks always.
     void refresh() const;
+    void reload() const;
     void load() const;
     bool write();
     void put(const Entry& entry) const;
@@ -74,6 +77,8 @@ private:
     // Started when a save gave up waiting for another program's lock.
     QElapsedTimer m_lockRefused;
     mutable FileStamp m_stamp;
+    mutable std::int64_t m_lookedAt = -1; // monotonic nanoseconds of the last look, -1 before it
+    mutable std::uint64_t m_savesSeen = 0; // this process's save count at that look
     mutable QList<Entry> m_entries; // in file order
     mutable QHash<QString, qsizetype> m_index; // folded address -> position in m_entries
     mutable QString m_probe; // the folded address of the last lookup, kept for its capacity

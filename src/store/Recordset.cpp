@@ -270,7 +270,7 @@ QVariant Recordset::typed(int index, const Cell& cell) const
     case Cell::Kind::Real:
         return type ? storevalue::fromReal(*type, cell.real) : QVariant(cell.real);
     case Cell::Kind::Text:
-        return storevalue::fromUtf8(type.value_or(ColumnType::Text), cell.bytes);
+        return storevalue::fromUtf8(type.value_or(ColumnType::Text), cell.bytes());
     case Cell::Kind::Blob:
     case Cell::Kind::Null:
         break;
@@ -313,6 +313,18 @@ std::optional<QVariant> Recordset::readField(int index) const
     if (!hasCurrentRecord())
         return failRead(noCurrentRecord);
     return typed(index, currentCells().at(std::size_t(index + m_keyColumns)));
+}
+
+std::span<const Cell> Recordset::storedRow() const
+{
+    if (m_editMode != EditMode::None || !m_pending.isEmpty() || !hasCurrentRecord())
+        return {};
+    return std::span<const Cell>(currentCells()).subspan(std::size_t(m_keyColumns));
+}
+
+std::optional<ColumnType> Recordset::fieldType(int index) const
+{
+    return index >= 0 && index < m_columns.size() ? m_columns.at(index).type : std::nullopt;
 }
 
 std::nullopt_t Recordset::failRead(const QString& message) const

@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace marlet {
@@ -76,6 +77,16 @@ public:
     QVariant value(const QString& name, bool* ok = nullptr) const;
     bool setValue(int index, const QVariant& value);
     bool setValue(const QString& name, const QVariant& value);
+    // The current row's fields as the store holds them, in field order, with the column types that
+    // value() reads them by: for a reader that prints many fields of a row and can print some
+    // straight from their stored form. Empty wherever value() gives anything but the stored row:
+    // closed, no current record, a change pending, a row being added.
+    std::span<const Cell> storedRow() const;
+    std::optional<ColumnType> fieldType(int index) const;
+    // What the fields are, one object for the result sets of a select whose fields are described
+    // alike, alive as long as anyone holds it: a reader can keep positions it found by name
+    // against it. Null while closed.
+    std::shared_ptr<const void> fieldLayout() const { return m_fields; }
 
     QString lastError() const { return m_lastError; }
     // True when the last Update was refused for a value that a unique index holds already.

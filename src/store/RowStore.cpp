@@ -2,24 +2,16 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace marlet {
 
 namespace {
 
-enum Tag : char { NullTag, Int64Tag, Int8Tag, RealTag, ShortTextTag, LongTextTag, BlobTag };
-
 // Blocks start small, since most selects find a row or a few, and double up to their full size.
-constexpr std::size_t firstBlockSize = 4096;
+// The first stays below the size that the allocator serves from its per-thread cache.
+constexpr std::size_t firstBlockSize = 1000;
 constexpr std::size_t blockSize = 1 << 20;
-
-template<typename T>
-void appendRaw(std::string& out, T value)
-{
-    char bytes[sizeof(T)];
-    std::memcpy(bytes, &value, sizeof(T));
-    out.append(bytes, sizeof(T));
-}
 
 template<typename T>
 T readRaw(const char*& at)
@@ -40,9 +32,9 @@ QVariant Cell::toVariant() const
     case Kind::Real:
         return QVariant(real);
     case Kind::Text:
-        return QVariant(QString::fromUtf8(bytes.data(), qsizetype(bytes.size())));
+        return QVariant(QString::fromUtf8(data, qsizetype(size)));
     case Kind::Blob:
-        return QVariant(QByteArray(bytes.data(), qsizetype(bytes.size())));
+        return QVariant(QByteArray(data, qsizetype(size)));
     case Kind::Null:
         break;
     }
@@ -54,54 +46,47 @@ RowStore::RowStore(int columnCount)
 {
 }
 
+RowStore::RowStore(RowStore&& other) noexcept
+{
+    *this = std::move(other);
+}
+
+RowStore& RowStore::operator=(RowStore&& other) noexcept
+{
+    m_columnCount = other.m_columnCount;
+    m_rows = std::move(other.m_rows);
+    m_blocks = std::move(other.m_blocks);
+    m_blockSize = std::exchange(other.m_blockSize, 0);
+    m_rowStart = std::exchange(other.m_rowStart, nullptr);
+    m_write = std::exchange(other.m_write, nullptr);
+    m_blockEnd = std::exchange(other.m_blockEnd, nullptr);
+    other.clear(other.m_columnCount);
+    return *this;
+}
+
 void RowStore::clear(int columnCount)
 {
     m_columnCount = columnCount;
     m_rows.clear();
     m_blocks.clear();
-    m_blockUsed = 0;
     m_blockSize = 0;
+    m_rowStart = nullptr;
+    m_write = nullptr;
+    m_blockEnd = nullptr;
 }
 
-void RowStore::addNull()
+void RowStore::grow(std::size_t bytes)
 {
-    m_scratch.push_back(NullTag);
-}
-
-void RowStore::addInteger(qint64 value)
-{
-    if (value >= -128 && value <= 127) {
-        m_scratch.push_back(Int8Tag);
-        m_scratch.push_back(char(value));
-        return;
-    }
-    m_scratch.push_back(Int64Tag);
-    appendRaw(m_scratch, value);
-}
-
-void RowStore::addReal(double value)
-{
-    m_scratch.push_back(RealTag);
-    appendRaw(m_scratch, value);
-}
-
-void RowStore::addText(const char* utf8, std::size_t size)
-{
-    if (size < 256) {
-        m_scratch.push_back(ShortTextTag);
-        m_scratch.push_back(char(std::uint8_t(size)));
-    } else {
-        m_scratch.push_back(LongTextTag);
-        appendRaw(m_scratch, std::uint32_t(size));
-    }
-    m_scratch.append(utf8, size);
-}
-
-void RowStore::addBlob(const char* bytes, std::size_t size)
-{
-    m_scratch.push_back(BlobTag);
-    appendRaw(m_scratch, std::uint32_t(size));
-    m_scratch.append(bytes, size);
+    const std::size_t open = std::size_t(m_write - m_rowStart);
+    const std::size_t next = m_blocks.empty() ? firstBlockSize : std::min(blockSize, 2 * m_blockSize);
+    m_blockSize = std::max(next, open + bytes);
+    auto block = std::make_unique_for_overwrite<char[]>(m_blockSize);
+    if (open > 0)
+        std::memcpy(block.get(), m_rowStart, open);
+    m_rowStart = block.get();
+    m_write = m_rowStart + open;
+    m_blockEnd = m_rowStart + m_blockSize;
+    m_blocks.push_back(std::move(block));
 }
 
 void RowStore::addVariant(const QVariant& value)
@@ -128,33 +113,9 @@ void RowStore::addVariant(const QVariant& value)
     }
 }
 
-void RowStore::endRow()
-{
-    m_rows.push_back(store(m_scratch));
-}
-
-void RowStore::endRow(qsizetype replacing)
-{
-    m_rows[std::size_t(replacing)] = store(m_scratch);
-}
-
 void RowStore::removeRow(qsizetype row)
 {
     m_rows.erase(m_rows.begin() + row);
-}
-
-const char* RowStore::store(const std::string& bytes)
-{
-    if (m_blocks.empty() || m_blockUsed + bytes.size() > m_blockSize) {
-        const std::size_t next = m_blocks.empty() ? firstBlockSize : std::min(blockSize, 2 * m_blockSize);
-        m_blockSize = std::max(next, bytes.size());
-        m_blocks.push_back(std::make_unique_for_overwrite<char[]>(m_blockSize));
-        m_blockUsed = 0;
-    }
-    char* at = m_blocks.back().get() + m_blockUsed;
-    std::memcpy(at, bytes.data(), bytes.size());
-    m_blockUsed += bytes.size();
-    return at;
 }
 
 void RowStore::decodeRow(qsizetype row, std::vector<Cell>& cells) const
@@ -179,7 +140,8 @@ void RowStore::decodeRow(qsizetype row, std::vector<Cell>& cells) const
         case ShortTextTag: {
             const std::size_t size = std::uint8_t(*at++);
             cell.kind = Cell::Kind::Text;
-            cell.bytes = std::string_view(at, size);
+            cell.data = at;
+            cell.size = std::uint32_t(size);
             at += size;
             break;
         }
@@ -187,7 +149,8 @@ void RowStore::decodeRow(qsizetype row, std::vector<Cell>& cells) const
         case BlobTag: {
             cell.kind = at[-1] == BlobTag ? Cell::Kind::Blob : Cell::Kind::Text;
             const std::size_t size = readRaw<std::uint32_t>(at);
-            cell.bytes = std::string_view(at, size);
+            cell.data = at;
+            cell.size = std::uint32_t(size);
             at += size;
             break;
         }

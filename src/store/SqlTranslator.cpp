@@ -147,16 +147,25 @@ private:
     // broken statement; it is refused the same way instead of being escaped.
     void bindString(const SqlToken& token)
     {
-        const QStringList parts = token.text.split(u"{}"_s);
-        QString text = parts.first();
+        static const QString place = QStringLiteral("{}");
+        qsizetype at = token.text.indexOf(place);
+        if (at < 0) {
+            m_binding.tokenValues.append(token.text);
+            return;
+        }
+        QString text;
+        text.reserve(token.text.size() + 32);
+        text += QStringView(token.text).left(at);
         bool broken = false;
-        for (qsizetype i = 1; i < parts.size(); ++i) {
+        while (at >= 0) {
             QVariant value;
             if (!takeValue(token, &value))
                 return;
             const QString valueText = Statement::valueText(value);
             broken = broken || valueText.contains(u'\'');
-            text += valueText + parts.at(i);
+            const qsizetype from = at + place.size();
+            at = token.text.indexOf(place, from);
+            text += valueText + QStringView(token.text).mid(from, (at < 0 ? token.text.size() : at) - from);
         }
         if (broken)
             return fail(token.position, u"Syntax error in string in query expression '"_s + text + u"'."_s);

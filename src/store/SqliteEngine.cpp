@@ -61,21 +61,24 @@ QString utf8(const char* text)
 
 void addCell(sqlite3_stmt* statement, int column, RowStore& rows)
 {
-    switch (sqlite3_column_type(statement, column)) {
+    // The column's value is taken once and read through: each column call looks the column up
+    // again. The connection runs without SQLite's mutex, so the value needs no protection.
+    sqlite3_value* value = sqlite3_column_value(statement, column);
+    switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
-        rows.addInteger(sqlite3_column_int64(statement, column));
+        rows.addInteger(sqlite3_value_int64(value));
         break;
     case SQLITE_FLOAT:
-        rows.addReal(sqlite3_column_double(statement, column));
+        rows.addReal(sqlite3_value_double(value));
         break;
     case SQLITE_TEXT: {
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-        rows.addText(text, std::size_t(sqlite3_column_bytes(statement, column)));
+        const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+        rows.addText(text, std::size_t(sqlite3_value_bytes(value)));
         break;
     }
     case SQLITE_BLOB: {
-        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
-        rows.addBlob(bytes, std::size_t(sqlite3_column_bytes(statement, column)));
+        const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+        rows.addBlob(bytes, std::size_t(sqlite3_value_bytes(value)));
         break;
     }
     default:

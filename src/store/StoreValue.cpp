@@ -116,16 +116,50 @@ QString textOf(const QVariant& value)
     }
 }
 
-int digits(QStringView text, qsizetype from, qsizetype count)
+char16_t codeOf(QChar c)
+{
+    return c.unicode();
+}
+
+char16_t codeOf(char c)
+{
+    return char16_t(uchar(c));
+}
+
+template<typename Text>
+int digits(Text text, qsizetype from, qsizetype count)
 {
     int result = 0;
     for (qsizetype i = from; i < from + count; ++i) {
-        const char16_t c = text[i].unicode();
+        const char16_t c = codeOf(text[i]);
         if (c < u'0' || c > u'9')
             return -1;
         result = result * 10 + (c - u'0');
     }
     return result;
+}
+
+// The stored form read by hand, in UTF-16 or in the UTF-8 that the engine hands over: it is the one
+// path every date of a large listing takes.
+template<typename Text>
+std::optional<std::pair<QDate, QTime>> parseStored(Text text)
+{
+    const auto at = [&text](qsizetype i) { return codeOf(text[i]); };
+    if (text.size() != 10 && text.size() != 19)
+        return std::nullopt;
+    if (at(4) != u'-' || at(7) != u'-')
+        return std::nullopt;
+    const QDate date(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
+    if (!date.isValid())
+        return std::nullopt;
+    if (text.size() == 10)
+        return std::pair(date, QTime(0, 0));
+    if ((at(10) != u' ' && at(10) != u'T') || at(13) != u':' || at(16) != u':')
+        return std::nullopt;
+    const QTime time(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2));
+    if (!time.isValid())
+        return std::nullopt;
+    return std::pair(date, time);
 }
 
 // A local date-time costs a time zone lookup (a file status call) each time it is made, and a
@@ -211,22 +245,14 @@ QString timeText(const QTime& value)
 
 std::optional<QDateTime> parseDateTime(QStringView text)
 {
-    // The stored form is read by hand: it is the one path every date of a large listing takes.
-    if (text.size() != 10 && text.size() != 19)
-        return std::nullopt;
-    if (text[4] != u'-' || text[7] != u'-')
-        return std::nullopt;
-    const QDate date(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
-    if (!date.isValid())
-        return std::nullopt;
-    if (text.size() == 10)
-        return QDateTime(date, QTime(0, 0));
-    if ((text[10] != u' ' && text[10] != u'T') || text[13] != u':' || text[16] != u':')
-        return std::nullopt;
-    const QTime time(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2));
-    if (!time.isValid())
-        return std::nullopt;
-    return QDateTime(date, time);
+    const auto parsed = parseStored(text);
+    return parsed ? std::optional(QDateTime(parsed->first, parsed->second)) : std::nullopt;
+}
+
+std::optional<QDate> storedDate(std::string_view text)
+{
+    const auto parsed = parseStored(text);
+    return parsed ? std::optional(parsed->first) : std::nullopt;
 }
 
 std::optional<QVariant> toStored(ColumnType type, const QVariant& value)

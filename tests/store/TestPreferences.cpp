@@ -30,6 +30,7 @@ private slots:
     void testWriteReachesTheFileAtOnce();
     void testTheFileIsReadableByItsOwnerOnly();
     void testAnotherWriterIsSeen();
+    void testAnotherProgramsEditIsSeenAMillisecondLater();
     void testTwoWritersKeepEachOthersKeys();
     void testALockHeldElsewhereEndsTheWaitWithAReason();
     void testEnvironmentChoosesTheFolder();
@@ -201,6 +202,23 @@ void TestPreferences::testAnotherWriterIsSeen()
     QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"6"_s);
     writer.SaveSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"7"_s);
     QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"7"_s);
+}
+
+void TestPreferences::testAnotherProgramsEditIsSeenAMillisecondLater()
+{
+    const Preferences reader(m_dir->path());
+    QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"5"_s);
+    // Another program replaces the file, as every save does: this process's save count stays put.
+    for (const char* value : {"6", "7"}) {
+        QFile file(m_dir->filePath(u"preferences.ini.new"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("[Norvantis/Option]\nTPlen=") + value + '\n');
+        file.close();
+        QFile::remove(m_dir->filePath(u"preferences.ini"_s));
+        QVERIFY(file.rename(m_dir->filePath(u"preferences.ini"_s)));
+        QTest::qSleep(2);
+        QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), QString::fromLatin1(value));
+    }
 }
 
 void TestPreferences::testTwoWritersKeepEachOthersKeys()
