@@ -207,7 +207,7 @@ public:
     ReportLines& line(const char (&caption)[Size])
     {
         if (m_lineCount++ > 0)
-            m_text += "\r\n";
+            add("\r\n");
         return add(caption);
     }
     template<std::size_t Size>
@@ -334,9 +334,9 @@ private:
             return false;
         if (stored->cell.kind == Cell::Kind::Null)
             return true;
-        const auto day = stored->cell.kind == Cell::Kind::Text ? storevalue::storedDate(stored->cell.bytes())
+        const auto day = stored->cell.kind == Cell::Kind::Text ? storevalue::storedMoment(stored->cell.bytes())
                                                                : std::nullopt;
-        if (!day || day->year() < 1000)
+        if (!day || day->year < 1000)
             return false;
         const auto put = [this](int value, int width) {
             char digits[4];
@@ -344,11 +344,11 @@ private:
                 digits[i] = char('0' + value % 10);
             m_text.append(digits, std::size_t(width));
         };
-        put(day->day(), 2);
+        put(day->day, 2);
         m_text += '/';
-        put(day->month(), 2);
+        put(day->month, 2);
         m_text += '/';
-        put(day->year(), 4);
+        put(day->year, 4);
         return true;
     }
 

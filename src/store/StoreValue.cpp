@@ -140,26 +140,28 @@ int digits(Text text, qsizetype from, qsizetype count)
 }
 
 // The stored form read by hand, in UTF-16 or in the UTF-8 that the engine hands over: it is the one
-// path every date of a large listing takes.
+// path every date of a large listing takes. A date alone stands at midnight.
 template<typename Text>
-std::optional<std::pair<QDate, QTime>> parseStored(Text text)
+std::optional<StoredMoment> parseStored(Text text)
 {
     const auto at = [&text](qsizetype i) { return codeOf(text[i]); };
     if (text.size() != 10 && text.size() != 19)
         return std::nullopt;
     if (at(4) != u'-' || at(7) != u'-')
         return std::nullopt;
-    const QDate date(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
-    if (!date.isValid())
+    StoredMoment moment {digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2)};
+    if (!QDate::isValid(moment.year, moment.month, moment.day))
         return std::nullopt;
     if (text.size() == 10)
-        return std::pair(date, QTime(0, 0));
+        return moment;
     if ((at(10) != u' ' && at(10) != u'T') || at(13) != u':' || at(16) != u':')
         return std::nullopt;
-    const QTime time(digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2));
-    if (!time.isValid())
+    moment.hour = digits(text, 11, 2);
+    moment.minute = digits(text, 14, 2);
+    moment.second = digits(text, 17, 2);
+    if (!QTime::isValid(moment.hour, moment.minute, moment.second))
         return std::nullopt;
-    return std::pair(date, time);
+    return moment;
 }
 
 // A local date-time costs a time zone lookup (a file status call) each time it is made, and a
@@ -245,14 +247,16 @@ QString timeText(const QTime& value)
 
 std::optional<QDateTime> parseDateTime(QStringView text)
 {
-    const auto parsed = parseStored(text);
-    return parsed ? std::optional(QDateTime(parsed->first, parsed->second)) : std::nullopt;
+    const auto moment = parseStored(text);
+    if (!moment)
+        return std::nullopt;
+    return QDateTime(
+        QDate(moment->year, moment->month, moment->day), QTime(moment->hour, moment->minute, moment->second));
 }
 
-std::optional<QDate> storedDate(std::string_view text)
+std::optional<StoredMoment> storedMoment(std::string_view text)
 {
-    const auto parsed = parseStored(text);
-    return parsed ? std::optional(parsed->first) : std::nullopt;
+    return parseStored(text);
 }
 
 std::optional<QVariant> toStored(ColumnType type, const QVariant& value)

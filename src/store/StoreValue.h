@@ -25,9 +25,18 @@ QString dateText(const QDate& value);
 QString timeText(const QTime& value);
 // The stored text form back to a local date-time; also takes "yyyy-MM-dd" and a "T" separator.
 std::optional<QDateTime> parseDateTime(QStringView text);
-// The day of a stored text in UTF-8 as parseDateTime reads it, without making a local date-time,
-// which costs a time zone lookup.
-std::optional<QDate> storedDate(std::string_view text);
+// A stored text in UTF-8 as parseDateTime reads it, in its parts: no date or local date-time is
+// made, which cost a calendar conversion and a time zone lookup.
+struct StoredMoment
+{
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+std::optional<StoredMoment> storedMoment(std::string_view text);
 
 // A value as it is written into a column of this type, or nothing on a type mismatch (a text that
 // is not a number for a number column, a number beyond a 32-bit integer, a text that is no date).

@@ -56,6 +56,8 @@ private slots:
     void testQuotaLineFollowsDownloadAndDownType_data();
     void testQuotaLineFollowsDownloadAndDownType();
     void testNullFieldsJoinAsNothing();
+    void testValuesStoredInAnotherFormPrintAsTheyRead_data();
+    void testValuesStoredInAnotherFormPrintAsTheyRead();
 
 private:
     QString report(BinReportKind kind, const BinReportOptions& options = {});
@@ -270,6 +272,42 @@ void TestBinReport::testNullFieldsJoinAsNothing()
             "Used Once: \t",
             "Quota Left: \tMB",
             "Created By: \t"}));
+}
+
+// Another program may leave a value in a form the column does not declare: the report prints it
+// as the field reads through its typed value, as the form language would join it.
+void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead_data()
+{
+    QTest::addColumn<QString>("assignments");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("a text in a date column") << latin("DateCreated = 'soon'") << 8 << latin("Date Created: \tsoon");
+    QTest::newRow("a day that does not exist")
+        << latin("DateCreated = '2026-02-30'") << 8 << latin("Date Created: \t2026-02-30");
+    QTest::newRow("a date with its time") << latin("DateCreated = '2026-11-01 23:59:59'") << 8
+                                          << latin("Date Created: \t01/11/2026");
+    QTest::newRow("a text in a whole-number column") << latin("NoAdded = 'three'") << 12
+                                                     << latin("# of Acct(s) Added: \tthree");
+    QTest::newRow("a fraction of days") << latin("Days = 2.5") << 9 << latin("Expire Date: \t2.5 days after Login");
+    QTest::newRow("a whole number of 16 digits")
+        << latin("TotalTimeUsed = 1234567890123456") << 3 << latin("Time Used: \t1.23456789012346E+15min(s)");
+    QTest::newRow("a negative number") << latin("TotalTimeUsed = -30") << 3 << latin("Time Used: \t-30min(s)");
+    QTest::newRow("a number in a text column") << latin("Amount = 200") << 5 << latin("Amount: \t\t200");
+    QTest::newRow("a fraction of a second") << latin("Time = 119.5") << 2 << latin("Time Left: \t\t1min(s)");
+    QTest::newRow("a truth value stored as 1") << latin("Once = 1") << 15 << latin("Used Once: \tTrue");
+    QTest::newRow("a text beyond the ASCII letters")
+        << QStringLiteral("ByWhom = 'ANA ÑAÑEZ'") << 16 << QStringLiteral("Created By: \tANA ÑAÑEZ");
+}
+
+void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead()
+{
+    QFETCH(QString, assignments);
+    QFETCH(int, line);
+    QFETCH(QString, expected);
+    change(assignments);
+    const QStringList shown = reportLines();
+    QVERIFY2(shown.size() > line, qPrintable(shown.join(u'|')));
+    QCOMPARE(shown.at(line), expected);
 }
 
 } // namespace marlet

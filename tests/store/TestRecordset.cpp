@@ -2,6 +2,7 @@
 
 #include "store/Connection.h"
 #include "store/Schema.h"
+#include "store/StoreValue.h"
 #include "support/StoreTestDatabase.h"
 
 #include <QTest>
@@ -106,6 +107,9 @@ private slots:
     void testCountAndExpressionColumns();
     void testCountingRowsGivesTheRecordCountWithoutTheRows();
     void testReopeningOnOtherFieldsForgetsTheNamesLearnt();
+    void testStoredRowIsTheRowAsHeldWhileNothingIsPending();
+    void testStoredMomentReadsWhatADateFieldReads_data();
+    void testStoredMomentReadsWhatADateFieldReads();
 
 private:
     std::unique_ptr<test::StoreTestDatabase> m_store;
@@ -636,6 +640,64 @@ void TestRecordset::testReopeningOnOtherFieldsForgetsTheNamesLearnt()
     QCOMPARE(rs.fieldIndex(u"Password"_s), 1);
     QCOMPARE(rs.value(u"Password"_s), QVariant(u"12345"_s));
 }
+
+// The stored row is what value() types, cell by cell, and only while value() reads it.
+void TestRecordset::testStoredRowIsTheRowAsHeldWhileNothingIsPending()
+{
+    Connection& connection = m_store->connection();
+    QVERIFY(addTicket(connection, u"NVT0000001"_s, 3600));
+    Recordset rs;
+    QVERIFY(rs.storedRow().empty());
+    QVERIFY(rs.Open(u"select * from Account"_s, connection, CursorType::Static, LockType::Optimistic));
+    const std::span<const Cell> row = rs.storedRow();
+    QCOMPARE(qsizetype(row.size()), qsizetype(rs.fieldCount()));
+    const int username = rs.fieldIndex(u"Username"_s);
+    QCOMPARE(row[std::size_t(username)].kind, Cell::Kind::Text);
+    QCOMPARE(row[std::size_t(username)].bytes(), std::string_view("NVT0000001"));
+    QCOMPARE(rs.fieldType(username), std::optional(ColumnType::Text));
+    QVERIFY(rs.setValue(u"Username"_s, u"NVT0000009"_s));
+    QVERIFY(rs.storedRow().empty());
+    QVERIFY(rs.Update());
+    QCOMPARE(rs.storedRow()[std::size_t(username)].bytes(), std::string_view("NVT0000009"));
+    QVERIFY(rs.MoveNext());
+    QVERIFY(rs.storedRow().empty());
+    rs.Close();
+    QVERIFY(rs.storedRow().empty());
+}
+
+void TestRecordset::testStoredMomentReadsWhatADateFieldReads_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"2026-11-24 16:30:05",
+             "2026-11-24",
+             "2026-11-24T07:08:09",
+             "1899-12-30 22:00:00",
+             "2024-02-29 00:00:00",
+             "2026-02-29 00:00:00",
+             "2026-13-01",
+             "2026-11-24 24:00:00",
+             "2026-11-24 16:60:00",
+             "2026/11/24",
+             "2026-11-24 16:30",
+             "soon",
+             "",
+             "0000-01-01"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+}
+
+void TestRecordset::testStoredMomentReadsWhatADateFieldReads()
+{
+    QFETCH(QString, text);
+    const QByteArray utf8 = text.toUtf8();
+    const auto moment = storevalue::storedMoment(std::string_view(utf8.constData(), std::size_t(utf8.size())));
+    const auto dateTime = storevalue::parseDateTime(text);
+    QCOMPARE(moment.has_value(), dateTime.has_value());
+    if (!moment)
+        return;
+    QCOMPARE(QDate(moment->year, moment->month, moment->day), dateTime->date());
+    QCOMPARE(QTime(moment->hour, moment->minute, moment->second), dateTime->time());
+}
+
 
 QTEST_GUILESS_MAIN(TestRecordset)
 #include "TestRecordset.moc"
