@@ -17,9 +17,9 @@ namespace {
 const QString CloseCaption = QStringLiteral("&Close Recycle");
 
 // A statement on the rows of one ticket name; the name is bound, never joined into the text.
-Statement byUsername(const char* pattern, const QString& username)
+Statement byUsername(const QString& pattern, const QString& username)
 {
-    return Statement(QLatin1String(pattern), {username});
+    return Statement(pattern, {username});
 }
 
 } // namespace
@@ -143,7 +143,7 @@ bool RecycleBin::currentEntryChosen()
 long RecycleBin::deleteFromBin(const QString& username)
 {
     long affected = 0;
-    m_session.connection().Execute(byUsername("Delete * from RecycleBin where Username = '{}'", username), &affected);
+    m_session.connection().Execute(byUsername(QStringLiteral("Delete * from RecycleBin where Username = '{}'"), username), &affected);
     return affected;
 }
 
@@ -197,7 +197,7 @@ void RecycleBin::showClickedTicket()
         return;
     Recordset bin;
     bin.Open(
-        byUsername("select * from RecycleBin where Username = '{}'", list().item(current)), m_session.connection());
+        byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), list().item(current)), m_session.connection());
     if (bin.RecordCount() > 0)
         report().setText(binReport(bin, BinReportKind::ListClick, BinReportOptions::read(m_session.settings())));
 }
@@ -215,7 +215,7 @@ void RecycleBin::search()
     }
     Recordset bin;
     // A lookup that fails leaves nothing to report from, and the box as it was.
-    if (!bin.Open(byUsername("select * from RecycleBin where Username = '{}'", entry), m_session.connection()))
+    if (!bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), entry), m_session.connection()))
         return;
     report().setText(bin.RecordCount() > 0
             ? binReport(bin, BinReportKind::Search, BinReportOptions::read(m_session.settings()))
@@ -229,11 +229,11 @@ RecycleBin::RestoreOutcome RecycleBin::restoreEntry(int index, Recordset& bin, R
     const QString entry = list().item(index);
     Connection& connection = m_session.connection();
     bin.Close();
-    if (!bin.Open(byUsername("Select * from RecycleBin where username = '{}'", entry), connection)
+    if (!bin.Open(byUsername(QStringLiteral("Select * from RecycleBin where username = '{}'"), entry), connection)
         || bin.RecordCount() <= 0)
         return RestoreOutcome::NotInBin;
     account.Close();
-    account.Open(byUsername("Select * from Account where username = '{}'", entry),
+    account.Open(byUsername(QStringLiteral("Select * from Account where username = '{}'"), entry),
         connection,
         CursorType::Static,
         LockType::Optimistic);

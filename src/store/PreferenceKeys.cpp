@@ -33,10 +33,10 @@ QString SessionPreferences::application(const PreferenceKey& key) const
 
 QString SessionPreferences::text(const PreferenceKey& key) const
 {
-    const QString* value = m_store.find(
+    const QString* value = m_store.findLasting(
         key.application == PreferenceApp::Product ? QAnyStringView(ProductWord) : QAnyStringView(m_appTitle),
-        QLatin1StringView(key.section.data(), qsizetype(key.section.size())),
-        QLatin1StringView(key.name.data(), qsizetype(key.name.size())));
+        key.section,
+        key.name);
     return value ? *value : key.defaultText();
 }
 

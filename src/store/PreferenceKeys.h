@@ -14,7 +14,9 @@ namespace marlet {
 // Under which application a key is addressed: the host's title (AppTitle) or the product word.
 enum class PreferenceApp { Title, Product };
 
-// One key of the preference store with its home and the default that its readers use.
+// One key of the preference store with its home and the default that its readers use. Its texts
+// are the catalogue's own and last as long as the program: the store remembers where it found a
+// key by their places.
 struct PreferenceKey
 {
     PreferenceApp application;

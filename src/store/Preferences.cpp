@@ -178,9 +178,33 @@ QString Preferences::GetSetting(
 const QString* Preferences::find(QAnyStringView application, QAnyStringView section, QAnyStringView key) const
 {
     refresh();
+    const qsizetype entry = entryOf(application, section, key);
+    return entry < 0 ? nullptr : &m_entries.at(entry).value;
+}
+
+qsizetype Preferences::entryOf(QAnyStringView application, QAnyStringView section, QAnyStringView key) const
+{
     foldAddress(m_probe, application, section, key);
-    const auto found = m_index.constFind(m_probe);
-    return found == m_index.constEnd() ? nullptr : &m_entries.at(*found).value;
+    return m_index.value(m_probe, -1);
+}
+
+const QString* Preferences::findLasting(
+    QAnyStringView application, std::string_view section, std::string_view key) const
+{
+    refresh();
+    const auto slot = (std::uintptr_t(section.data()) ^ (std::uintptr_t(key.data()) >> 3)) % m_found.size();
+    Found& found = m_found[slot];
+    if (found.section != section.data() || found.key != key.data() || found.entriesVersion != m_entriesVersion
+        || QAnyStringView::compare(application, found.application) != 0) {
+        found = {section.data(),
+            key.data(),
+            application.toString(),
+            entryOf(application,
+                QLatin1StringView(section.data(), qsizetype(section.size())),
+                QLatin1StringView(key.data(), qsizetype(key.size()))),
+            m_entriesVersion};
+    }
+    return found.entry < 0 ? nullptr : &m_entries.at(found.entry).value;
 }
 
 void Preferences::SaveSetting(
@@ -249,6 +273,7 @@ void Preferences::load() const
 {
     m_entries.clear();
     m_index.clear();
+    ++m_entriesVersion;
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return;
@@ -283,6 +308,7 @@ void Preferences::put(const Entry& entry) const
     }
     m_index.insert(address, m_entries.size());
     m_entries.append(entry);
+    ++m_entriesVersion;
 }
 
 bool Preferences::write()

@@ -7,7 +7,9 @@
 #include <QList>
 #include <QString>
 
+#include <array>
 #include <cstdint>
+#include <string_view>
 
 class QLockFile;
 
@@ -35,6 +37,10 @@ public:
         const QString& application, const QString& section, const QString& key, const QString& defaultValue) const;
     // The stored value, or null when the key has none; the file is read again when it changed.
     const QString* find(QAnyStringView application, QAnyStringView section, QAnyStringView key) const;
+    // The same for a section and key in Latin-1 that stay put as long as the program runs, such as
+    // a key catalogue's: where each such key was found is remembered, and found again without
+    // folding and hashing its address.
+    const QString* findLasting(QAnyStringView application, std::string_view section, std::string_view key) const;
     void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
 
     QString filePath() const { return m_path; }
@@ -69,6 +75,8 @@ private:
     void load() const;
     bool write();
     void put(const Entry& entry) const;
+    // The entry's position in m_entries, -1 when there is none.
+    qsizetype entryOf(QAnyStringView application, QAnyStringView section, QAnyStringView key) const;
     bool acquire(QLockFile& lock);
 
     QString m_path;
@@ -82,6 +90,18 @@ private:
     mutable QList<Entry> m_entries; // in file order
     mutable QHash<QString, qsizetype> m_index; // folded address -> position in m_entries
     mutable QString m_probe; // the folded address of the last lookup, kept for its capacity
+    // Where findLasting found a key: by the places of its section and key texts, for the
+    // application it was asked under, while the entries are as they were then.
+    struct Found
+    {
+        const char* section = nullptr;
+        const char* key = nullptr;
+        QString application;
+        qsizetype entry = -1; // -1: the key has no value
+        std::uint64_t entriesVersion = 0;
+    };
+    mutable std::array<Found, 64> m_found;
+    mutable std::uint64_t m_entriesVersion = 1; // moves when entries are read anew or added
 };
 
 } // namespace marlet

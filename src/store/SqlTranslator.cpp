@@ -4,7 +4,9 @@
 #include "store/SqlTokenizer.h"
 
 #include <QRegularExpression>
+#include <QVarLengthArray>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -76,12 +78,20 @@ std::optional<QVariant> numericValue(const QVariant& value)
 }
 
 // The statement's values, placed on the tokens that take them: a number for each {} outside
-// quotes, the literal's whole text for each string. Other tokens get an invalid QVariant.
+// quotes, the literal's whole text for each string. A statement has a few at most.
 struct Binding
 {
-    QList<QVariant> tokenValues;
+    QVarLengthArray<std::pair<qsizetype, QVariant>, 4> tokenValues; // token -> value, in token order
     QString error;
     qsizetype errorPosition = -1;
+
+    const QVariant& valueOf(qsizetype token) const
+    {
+        static const QVariant none;
+        const auto found = std::lower_bound(tokenValues.begin(), tokenValues.end(), token,
+            [](const std::pair<qsizetype, QVariant>& bound, qsizetype wanted) { return bound.first < wanted; });
+        return found != tokenValues.end() && found->first == token ? found->second : none;
+    }
 };
 
 class Binder
@@ -95,14 +105,12 @@ public:
 
     Binding run()
     {
-        m_binding.tokenValues.reserve(m_tokens.size());
-        for (const SqlToken& token : m_tokens) {
+        for (qsizetype i = 0; i < m_tokens.size(); ++i) {
+            const SqlToken& token = m_tokens.at(i);
             if (token.type == SqlTokenType::Placeholder)
-                bindNumber(token);
+                bindNumber(i, token);
             else if (token.type == SqlTokenType::String)
-                bindString(token);
-            else
-                m_binding.tokenValues.append(QVariant());
+                bindString(i, token);
             if (!m_binding.error.isEmpty())
                 return m_binding;
         }
@@ -131,7 +139,7 @@ private:
         return true;
     }
 
-    void bindNumber(const SqlToken& token)
+    void bindNumber(qsizetype index, const SqlToken& token)
     {
         QVariant value;
         if (!takeValue(token, &value))
@@ -140,17 +148,17 @@ private:
         if (!number)
             return fail(token.position,
                 u"Syntax error in number in query expression '"_s + Statement::valueText(value) + u"'."_s);
-        m_binding.tokenValues.append(*number);
+        m_binding.tokenValues.append({index, *number});
     }
 
     // A quote inside a value would have ended the literal early in the desktop store, leaving a
     // broken statement; it is refused the same way instead of being escaped.
-    void bindString(const SqlToken& token)
+    void bindString(qsizetype index, const SqlToken& token)
     {
         static const QString place = QStringLiteral("{}");
         qsizetype at = token.text.indexOf(place);
         if (at < 0) {
-            m_binding.tokenValues.append(token.text);
+            m_binding.tokenValues.append({index, token.text});
             return;
         }
         QString text;
@@ -169,7 +177,7 @@ private:
         }
         if (broken)
             return fail(token.position, u"Syntax error in string in query expression '"_s + text + u"'."_s);
-        m_binding.tokenValues.append(text);
+        m_binding.tokenValues.append({index, text});
     }
 
     const QList<SqlToken>& m_tokens;
@@ -944,7 +952,7 @@ TranslationResult SqlTranslator::apply(const TranslationPlan& plan, const QVaria
     std::optional<QVariant> now; // one moment for the whole statement
     for (const qsizetype source : plan.sources) {
         if (source >= 0) {
-            result.values.append(binding.tokenValues.at(source));
+            result.values.append(binding.valueOf(source));
             continue;
         }
         if (!now)

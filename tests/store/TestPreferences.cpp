@@ -31,6 +31,7 @@ private slots:
     void testTheFileIsReadableByItsOwnerOnly();
     void testAnotherWriterIsSeen();
     void testAnotherProgramsEditIsSeenAMillisecondLater();
+    void testLastingKeysFollowEveryChange();
     void testTwoWritersKeepEachOthersKeys();
     void testALockHeldElsewhereEndsTheWaitWithAReason();
     void testEnvironmentChoosesTheFolder();
@@ -219,6 +220,26 @@ void TestPreferences::testAnotherProgramsEditIsSeenAMillisecondLater()
         QTest::qSleep(2);
         QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), QString::fromLatin1(value));
     }
+}
+
+// Keys whose texts last are found again by their places: the value still follows saves, keys added
+// after a lookup found nothing, another writer and the application asked under.
+void TestPreferences::testLastingKeysFollowEveryChange()
+{
+    static constexpr std::string_view section = "Option";
+    static constexpr std::string_view key = "TPlen";
+    Preferences reader(m_dir->path());
+    QCOMPARE(reader.findLasting(u"Norvantis", section, key), nullptr);
+    reader.SaveSetting(u"norvantis"_s, u"OPTION"_s, u"tplen"_s, u"6"_s);
+    QVERIFY(reader.findLasting(u"Norvantis", section, key));
+    QCOMPARE(*reader.findLasting(u"Norvantis", section, key), u"6"_s);
+    reader.SaveSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"7"_s);
+    QCOMPARE(*reader.findLasting(u"Norvantis", section, key), u"7"_s);
+    QCOMPARE(reader.findLasting(u"Other", section, key), nullptr);
+    Preferences writer(m_dir->path());
+    writer.SaveSetting(u"Other"_s, u"Option"_s, u"TPlen"_s, u"8"_s);
+    QCOMPARE(*reader.findLasting(u"Other", section, key), u"8"_s);
+    QCOMPARE(*reader.findLasting(u"Norvantis", section, key), u"7"_s);
 }
 
 void TestPreferences::testTwoWritersKeepEachOthersKeys()
