@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <string>
@@ -179,6 +180,36 @@ std::optional<double> storedNumber(const Cell& cell, ColumnType type)
     return std::nullopt;
 }
 
+// The bytes of a report. A report fits in the room kept in place, so it is made without an
+// allocation; a longer one goes on in a string.
+class ReportText
+{
+public:
+    void append(const char* bytes, qsizetype size)
+    {
+        if (m_spill.empty() && m_size + size <= Room) {
+            std::memcpy(m_room + m_size, bytes, std::size_t(size));
+            m_size += size;
+            return;
+        }
+        if (m_spill.empty())
+            m_spill.assign(m_room, std::size_t(m_size));
+        m_spill.append(bytes, std::size_t(size));
+    }
+
+    QString toString() const
+    {
+        return m_spill.empty() ? QString::fromUtf8(m_room, m_size)
+                               : QString::fromUtf8(m_spill.data(), qsizetype(m_spill.size()));
+    }
+
+private:
+    static constexpr qsizetype Room = 2048;
+    char m_room[Room];
+    qsizetype m_size = 0;
+    std::string m_spill;
+};
+
 // The lines of a report, built in UTF-8. A field whose stored form already is its printed text (a
 // text, a whole number, a truth value, the day of a stored date) is copied from the row as the store
 // holds it; any other field goes through its typed value, as the screens read fields.
@@ -190,7 +221,6 @@ public:
         , m_positions(FieldPositions::of(row))
         , m_stored(row.storedRow())
     {
-        m_text.reserve(640);
     }
 
     QVariant field(Field name) const
@@ -213,13 +243,13 @@ public:
     template<std::size_t Size>
     ReportLines& add(const char (&literal)[Size])
     {
-        m_text.append(literal, Size - 1);
+        m_text.append(literal, qsizetype(Size - 1));
         return *this;
     }
     ReportLines& add(const QString& piece)
     {
         const QByteArray utf8 = piece.toUtf8();
-        m_text.append(utf8.constData(), std::size_t(utf8.size()));
+        m_text.append(utf8.constData(), utf8.size());
         return *this;
     }
     // The field joined into the line.
@@ -278,7 +308,7 @@ public:
         return field(name).isNull();
     }
 
-    QString joinedLines() const { return QString::fromUtf8(m_text.data(), qsizetype(m_text.size())); }
+    QString joinedLines() const { return m_text.toString(); }
 
 private:
     struct Stored
@@ -308,11 +338,14 @@ private:
         case Cell::Kind::Text:
             if (stored->type != ColumnType::Text)
                 return false;
-            m_text.append(cell.bytes());
+            m_text.append(cell.data, qsizetype(cell.size));
             return true;
         case Cell::Kind::Integer:
             if (stored->type == ColumnType::Boolean) {
-                m_text += cell.integer != 0 ? "True" : "False";
+                if (cell.integer != 0)
+                    add("True");
+                else
+                    add("False");
                 return true;
             }
             if (isWholeNumberType(stored->type)) {
@@ -342,12 +375,12 @@ private:
             char digits[4];
             for (int i = width - 1; i >= 0; --i, value /= 10)
                 digits[i] = char('0' + value % 10);
-            m_text.append(digits, std::size_t(width));
+            m_text.append(digits, width);
         };
         put(day->day, 2);
-        m_text += '/';
+        add("/");
         put(day->month, 2);
-        m_text += '/';
+        add("/");
         put(day->year, 4);
         return true;
     }
@@ -361,13 +394,13 @@ private:
         }
         char digits[24];
         const auto written = std::to_chars(std::begin(digits), std::end(digits), qint64(value));
-        m_text.append(digits, written.ptr);
+        m_text.append(digits, written.ptr - digits);
     }
 
     const Recordset& m_row;
     const FieldPositions& m_positions;
     std::span<const Cell> m_stored;
-    std::string m_text;
+    ReportText m_text;
     int m_lineCount = 0;
 };
 

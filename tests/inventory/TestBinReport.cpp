@@ -297,6 +297,8 @@ void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead_data()
     QTest::newRow("a truth value stored as 1") << latin("Once = 1") << 15 << latin("Used Once: \tTrue");
     QTest::newRow("a text beyond the ASCII letters")
         << QStringLiteral("ByWhom = 'ANA ÑAÑEZ'") << 16 << QStringLiteral("Created By: \tANA ÑAÑEZ");
+    QTest::newRow("a text longer than a report usually is")
+        << (latin("ByWhom = '") + QString(3000, u'Ñ') + u'\'') << 16 << (latin("Created By: \t") + QString(3000, u'Ñ'));
 }
 
 void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead()
