@@ -7,8 +7,26 @@ namespace marlet {
 
 QString recycleDeletedText(const QDateTime& deletedAt)
 {
-    return values::format(deletedAt.date(), QStringLiteral("dd/mm/yy")) + u'/'
-        + values::format(deletedAt.time(), QStringLiteral("HH:mm"));
+    const QDate date = deletedAt.date();
+    const QTime time = deletedAt.time();
+    if (!date.isValid() || !time.isValid() || date.year() < 0)
+        return values::format(date, QStringLiteral("dd/mm/yy")) + u'/' + values::format(time, QStringLiteral("HH:mm"));
+    // "dd/mm/yy/HH:mm" put together by hand: a deletion writes it for every ticket it keeps.
+    char16_t text[14];
+    const auto put = [&text](int at, int value) {
+        text[at] = char16_t(u'0' + value / 10 % 10);
+        text[at + 1] = char16_t(u'0' + value % 10);
+    };
+    put(0, date.day());
+    text[2] = u'/';
+    put(3, date.month());
+    text[5] = u'/';
+    put(6, date.year() % 100);
+    text[8] = u'/';
+    put(9, time.hour());
+    text[11] = u':';
+    put(12, time.minute());
+    return QString(reinterpret_cast<const QChar*>(text), 14);
 }
 
 void purgeRecycleBin(Recordset& bin, PurgeReporter* reporter)

@@ -304,9 +304,9 @@ std::optional<QVariant> Recordset::readField(int index) const
         return failRead(objectClosed);
     if (index < 0 || index >= m_columns.size())
         return failRead(noSuchField(QString::number(index)));
-    if (m_pending.contains(index)) {
+    if (const QVariant* pending = m_pending.find(index)) {
         const std::optional<ColumnType> type = m_columns.at(index).type;
-        return type ? storevalue::fromStored(*type, m_pending.value(index)) : m_pending.value(index);
+        return type ? storevalue::fromStored(*type, *pending) : *pending;
     }
     if (m_editMode == EditMode::Adding)
         return QVariant();
@@ -362,7 +362,7 @@ bool Recordset::setValue(int index, const QVariant& value)
         return fail(QStringLiteral("Type mismatch: the value does not fit field '%1'.").arg(column.name));
     if (m_editMode == EditMode::None)
         m_editMode = EditMode::Editing;
-    m_pending.insert(index, *stored);
+    m_pending.insert(index, *stored, fieldCount());
     return true;
 }
 
@@ -411,10 +411,10 @@ bool Recordset::updateCurrent()
     QVariantList values;
     names.reserve(m_pending.size());
     values.reserve(m_pending.size());
-    for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
-        names.append(m_columns.at(it.key()).column);
-        values.append(it.value());
-    }
+    m_pending.forEach([&](int field, const QVariant& value) {
+        names.append(m_columns.at(field).column);
+        values.append(value);
+    });
     const std::vector<Cell>& cells = currentCells();
     long changes = 0;
     StoreEngine* engine = m_connection->engine();
@@ -427,7 +427,8 @@ bool Recordset::updateCurrent()
     m_rows.addVariant(key);
     for (std::size_t i = 1; i < cells.size(); ++i) {
         const int field = int(i) - m_keyColumns;
-        m_rows.addVariant(m_pending.contains(field) ? m_pending.value(field) : cells.at(i).toVariant());
+        const QVariant* pending = m_pending.find(field);
+        m_rows.addVariant(pending ? *pending : cells.at(i).toVariant());
     }
     m_rows.endRow(m_position);
     return true;
@@ -439,10 +440,10 @@ bool Recordset::insertNew()
     QVariantList values;
     names.reserve(m_pending.size());
     values.reserve(m_pending.size());
-    for (auto it = m_pending.constBegin(); it != m_pending.constEnd(); ++it) {
-        names.append(m_columns.at(it.key()).column);
-        values.append(it.value());
-    }
+    m_pending.forEach([&](int field, const QVariant& value) {
+        names.append(m_columns.at(field).column);
+        values.append(value);
+    });
     QVariant key;
     StoreEngine* engine = m_connection->engine();
     if (!engine->insertRow(m_table, names, values, &key))
@@ -450,8 +451,10 @@ bool Recordset::insertNew()
     // The new row joins the snapshot at its end and becomes the current row.
     m_rows.beginRow();
     m_rows.addVariant(key);
-    for (int field = 0; field < m_columns.size(); ++field)
-        m_rows.addVariant(m_pending.value(field));
+    for (int field = 0; field < m_columns.size(); ++field) {
+        const QVariant* pending = m_pending.find(field);
+        m_rows.addVariant(pending ? *pending : QVariant());
+    }
     m_rows.endRow();
     m_position = m_rows.rowCount() - 1;
     m_currentDeleted = false;
@@ -489,6 +492,32 @@ bool Recordset::Delete()
     m_currentDeleted = true;
     forgetDecodedRow();
     return true;
+}
+
+void Recordset::PendingValues::clear()
+{
+    if (m_count == 0)
+        return;
+    for (std::optional<QVariant>& value : m_values)
+        value.reset();
+    m_count = 0;
+}
+
+const QVariant* Recordset::PendingValues::find(int field) const
+{
+    if (m_count == 0 || field < 0 || std::size_t(field) >= m_values.size() || !m_values[std::size_t(field)])
+        return nullptr;
+    return &*m_values[std::size_t(field)];
+}
+
+void Recordset::PendingValues::insert(int field, const QVariant& value, int fieldCount)
+{
+    if (m_values.size() < std::size_t(fieldCount))
+        m_values.resize(std::size_t(fieldCount));
+    std::optional<QVariant>& slot = m_values[std::size_t(field)];
+    if (!slot)
+        ++m_count;
+    slot = value;
 }
 
 } // namespace marlet

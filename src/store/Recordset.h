@@ -124,7 +124,31 @@ private:
     bool m_currentDeleted = false;
 
     EditMode m_editMode = EditMode::None;
-    QHash<int, QVariant> m_pending; // field -> value as it will be stored
+    // The fields changed since the last Update, each with its value as it will be stored; by field,
+    // so that a row's copy sets and reads them without hashing.
+    class PendingValues
+    {
+    public:
+        bool isEmpty() const { return m_count == 0; }
+        qsizetype size() const { return m_count; }
+        void clear();
+        const QVariant* find(int field) const;
+        void insert(int field, const QVariant& value, int fieldCount);
+        // Field and value of each change, in field order.
+        template<typename Visit>
+        void forEach(Visit visit) const
+        {
+            for (std::size_t field = 0; field < m_values.size(); ++field) {
+                if (m_values[field])
+                    visit(int(field), *m_values[field]);
+            }
+        }
+
+    private:
+        std::vector<std::optional<QVariant>> m_values;
+        qsizetype m_count = 0;
+    };
+    PendingValues m_pending;
     qsizetype m_positionBeforeAdd = 0;
 
     mutable std::vector<Cell> m_cells;

@@ -241,6 +241,14 @@ bool isNumeric(const QString& text)
 
 double leadingNumber(const QString& text)
 {
+    // Digits alone, as most stored settings are, read as they stand.
+    if (!text.isEmpty() && text.size() <= 15
+        && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; })) {
+        double value = 0;
+        for (const QChar c : text)
+            value = value * 10 + (c.unicode() - u'0');
+        return value;
+    }
     QString packed = text;
     packed.remove(u' ').remove(u'\t').remove(u'\n');
     return readNumberPrefix(packed).value;

@@ -238,6 +238,9 @@ private slots:
             << QDateTime(QDate(2026, 11, 21), QTime(9, 5)) << QStringLiteral("21/11/26/09:05");
         QTest::newRow("midnight reads 00:00")
             << QDateTime(QDate(2026, 12, 31), QTime(0, 0, 59)) << QStringLiteral("31/12/26/00:00");
+        QTest::newRow("the first year of a century reads 00")
+            << QDateTime(QDate(2000, 1, 2), QTime(23, 59)) << QStringLiteral("02/01/00/23:59");
+        QTest::newRow("no time at all leaves the separator alone") << QDateTime() << QStringLiteral("/");
     }
     void testTheDeletionTimeText()
     {

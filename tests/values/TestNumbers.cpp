@@ -134,6 +134,11 @@ void TestNumbers::testLeadingNumber_data()
     QTest::newRow("an ampersand alone reads as zero") << u"&x"_s << 0.0;
     QTest::newRow("a sign before a hexadecimal literal reads as zero") << u"-&H10"_s << 0.0;
     QTest::newRow("a date reads as its day") << u"05/01/2009"_s << 5.0;
+    QTest::newRow("digits alone are read") << u"5000"_s << 5000.0;
+    QTest::newRow("leading zeros are read past") << u"007"_s << 7.0;
+    QTest::newRow("fifteen digits are read exactly") << u"123456789012345"_s << 123456789012345.0;
+    QTest::newRow("sixteen digits are read as a double") << u"1234567890123456"_s << 1234567890123456.0;
+    QTest::newRow("digits with a blank inside are read as one number") << u"12 34"_s << 1234.0;
 }
 
 void TestNumbers::testLeadingNumber()
