@@ -67,9 +67,7 @@ bool RecycleRouting::route(const Recordset& ticket, Recordset& bin, const QDateT
         return false;
     // By position: RecycleBin repeats Account's columns in Account's order.
     for (int field = 0; field < ticket.fieldCount(); ++field) {
-        bool read = false;
-        const QVariant value = ticket.value(field, &read);
-        if (!step(read && bin.setValue(field, value)))
+        if (!step(bin.copyValue(field, ticket, field)))
             return false;
     }
     if (!step(bin.setValue(QStringLiteral("DateTimeDeleted"), recycleDeletedText(deletedAt))))

@@ -346,24 +346,55 @@ bool Recordset::checkWritable() const
     return true;
 }
 
-bool Recordset::setValue(int index, const QVariant& value)
+bool Recordset::checkSettable(int index) const
 {
     if (!checkWritable())
         return false;
     if (index < 0 || index >= m_columns.size())
         return fail(noSuchField(QString::number(index)));
-    const ResultColumn& column = m_columns.at(index);
     if (!m_fields->updatable[std::size_t(index)])
-        return fail(QStringLiteral("Field '%1' cannot be updated.").arg(column.name));
+        return fail(QStringLiteral("Field '%1' cannot be updated.").arg(m_columns.at(index).name));
     if (m_editMode == EditMode::None && !hasCurrentRecord())
         return fail(noCurrentRecord);
+    return true;
+}
+
+void Recordset::putPending(int index, const QVariant& stored)
+{
+    if (m_editMode == EditMode::None)
+        m_editMode = EditMode::Editing;
+    m_pending.insert(index, stored, fieldCount());
+}
+
+bool Recordset::setValue(int index, const QVariant& value)
+{
+    if (!checkSettable(index))
+        return false;
+    const ResultColumn& column = m_columns.at(index);
     const auto stored = storevalue::toStored(column.type.value_or(ColumnType::Text), value);
     if (!stored)
         return fail(QStringLiteral("Type mismatch: the value does not fit field '%1'.").arg(column.name));
-    if (m_editMode == EditMode::None)
-        m_editMode = EditMode::Editing;
-    m_pending.insert(index, *stored, fieldCount());
+    putPending(index, *stored);
     return true;
+}
+
+bool Recordset::copyValue(int index, const Recordset& from, int fromIndex)
+{
+    const std::span<const Cell> row = from.storedRow();
+    if (fromIndex >= 0 && std::size_t(fromIndex) < row.size() && index >= 0 && index < m_columns.size()) {
+        const Cell& cell = row[std::size_t(fromIndex)];
+        const bool textToText = cell.kind == Cell::Kind::Text && from.fieldType(fromIndex) == ColumnType::Text
+            && m_columns.at(index).type == ColumnType::Text;
+        if (cell.kind == Cell::Kind::Null || textToText) {
+            if (!checkSettable(index))
+                return false;
+            putPending(index, cell.toVariant());
+            return true;
+        }
+    }
+    bool read = false;
+    const QVariant value = from.value(fromIndex, &read);
+    return read && setValue(index, value);
 }
 
 bool Recordset::setValue(const QString& name, const QVariant& value)

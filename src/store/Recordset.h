@@ -77,6 +77,9 @@ public:
     QVariant value(const QString& name, bool* ok = nullptr) const;
     bool setValue(int index, const QVariant& value);
     bool setValue(const QString& name, const QVariant& value);
+    // Sets a field to another result set's field, as setValue(index, from.value(fromIndex)) does; a
+    // text or a Null is copied as the store holds it, without making a value of it on the way.
+    bool copyValue(int index, const Recordset& from, int fromIndex);
     // The current row's fields as the store holds them, in field order, with the column types that
     // value() reads them by: for a reader that prints many fields of a row and can print some
     // straight from their stored form. Empty wherever value() gives anything but the stored row:
@@ -102,6 +105,8 @@ private:
         const QList<ResultColumn>& described, bool keyed, const QString& table);
     bool hasCurrentRecord() const;
     bool checkWritable() const;
+    bool checkSettable(int index) const;
+    void putPending(int index, const QVariant& stored);
     bool leaveEdit();
     const std::vector<Cell>& currentCells() const;
     QVariant typed(int index, const Cell& cell) const;

@@ -108,6 +108,7 @@ private slots:
     void testCountingRowsGivesTheRecordCountWithoutTheRows();
     void testReopeningOnOtherFieldsForgetsTheNamesLearnt();
     void testStoredRowIsTheRowAsHeldWhileNothingIsPending();
+    void testCopyValueCopiesAsSetValueOfTheValueWould();
     void testStoredMomentReadsWhatADateFieldReads_data();
     void testStoredMomentReadsWhatADateFieldReads();
 
@@ -698,6 +699,39 @@ void TestRecordset::testStoredMomentReadsWhatADateFieldReads()
     QCOMPARE(QTime(moment->hour, moment->minute, moment->second), dateTime->time());
 }
 
+
+// A copied field is stored as setting the field to the other field's value stores it: texts and
+// Nulls as they are held, dates and truth values through their values, a pending change included.
+void TestRecordset::testCopyValueCopiesAsSetValueOfTheValueWould()
+{
+    Connection& connection = m_store->connection();
+    QVERIFY(addTicket(connection, u"NVT0000001"_s, 3600));
+    QVERIFY(connection.Execute(Statement(u"UPDATE Account SET Once = 1, ComputerUsed = NULL"_s)));
+    Recordset ticket;
+    QVERIFY(ticket.Open(u"select * from Account"_s, connection, CursorType::Static, LockType::Optimistic));
+    QVERIFY(ticket.setValue(u"ByWhom"_s, u"STAFF"_s));
+    Recordset bin;
+    QVERIFY(bin.Open(u"select * from RecycleBin"_s, connection, CursorType::Static, LockType::Optimistic));
+    QVERIFY(bin.AddNew());
+    for (int field = 0; field < ticket.fieldCount(); ++field)
+        QVERIFY2(bin.copyValue(field, ticket, field), qPrintable(bin.lastError()));
+    QVERIFY(!bin.copyValue(0, ticket, ticket.fieldCount()));
+    QVERIFY(bin.Update());
+    QVERIFY(ticket.CancelUpdate());
+    Recordset copied;
+    QVERIFY(copied.Open(u"select * from RecycleBin"_s, connection));
+    QCOMPARE(copied.RecordCount(), 1L);
+    for (int field = 0; field < ticket.fieldCount(); ++field) {
+        const QString name = ticket.fieldName(field);
+        if (name.compare(u"ByWhom"_s, Qt::CaseInsensitive) != 0)
+            QCOMPARE(copied.value(field), ticket.value(field));
+    }
+    QCOMPARE(copied.value(u"ByWhom"_s).toString(), u"STAFF"_s);
+    QVERIFY(copied.value(u"ComputerUsed"_s).isNull());
+    QCOMPARE(copied.value(u"Once"_s), QVariant(true));
+    // The truth value went through its value: the 1 another program stored is kept as -1.
+    QCOMPARE(copied.storedRow()[std::size_t(copied.fieldIndex(u"Once"_s))].integer, qint64(-1));
+}
 
 QTEST_GUILESS_MAIN(TestRecordset)
 #include "TestRecordset.moc"
