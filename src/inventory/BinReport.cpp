@@ -13,8 +13,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <iterator>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <string>
@@ -367,8 +367,8 @@ private:
             return false;
         if (stored->cell.kind == Cell::Kind::Null)
             return true;
-        const auto day = stored->cell.kind == Cell::Kind::Text ? storevalue::storedMoment(stored->cell.bytes())
-                                                               : std::nullopt;
+        const auto day
+            = stored->cell.kind == Cell::Kind::Text ? storevalue::storedMoment(stored->cell.bytes()) : std::nullopt;
         if (!day || day->year < 1000)
             return false;
         const auto put = [this](int value, int width) {
@@ -540,7 +540,8 @@ GeneralNightTime BinReportOptions::nightTime() const
 {
     if (!preferences)
         return {};
-    return {preferences->number(keys::UseGTime) != 0, preferences->text(keys::BeginTime), preferences->text(keys::EndTime)};
+    return {
+        preferences->number(keys::UseGTime) != 0, preferences->text(keys::BeginTime), preferences->text(keys::EndTime)};
 }
 
 QString binReport(

@@ -143,7 +143,8 @@ bool RecycleBin::currentEntryChosen()
 long RecycleBin::deleteFromBin(const QString& username)
 {
     long affected = 0;
-    m_session.connection().Execute(byUsername(QStringLiteral("Delete * from RecycleBin where Username = '{}'"), username), &affected);
+    m_session.connection().Execute(
+        byUsername(QStringLiteral("Delete * from RecycleBin where Username = '{}'"), username), &affected);
     return affected;
 }
 
@@ -196,8 +197,8 @@ void RecycleBin::showClickedTicket()
     if (current < 0)
         return;
     Recordset bin;
-    bin.Open(
-        byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), list().item(current)), m_session.connection());
+    bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), list().item(current)),
+        m_session.connection());
     if (bin.RecordCount() > 0)
         report().setText(binReport(bin, BinReportKind::ListClick, BinReportOptions::read(m_session.settings())));
 }
@@ -215,7 +216,8 @@ void RecycleBin::search()
     }
     Recordset bin;
     // A lookup that fails leaves nothing to report from, and the box as it was.
-    if (!bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), entry), m_session.connection()))
+    if (!bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), entry),
+            m_session.connection()))
         return;
     report().setText(bin.RecordCount() > 0
             ? binReport(bin, BinReportKind::Search, BinReportOptions::read(m_session.settings()))

@@ -55,7 +55,10 @@ public:
     void addBlob(const char* bytes, std::size_t size) { putBytes(BlobTag, bytes, size); }
     void addVariant(const QVariant& value); // as toVariant gives them
     void endRow() { m_rows.push_back(m_rowStart); } // appends the row
-    void endRow(qsizetype replacing) { m_rows[std::size_t(replacing)] = m_rowStart; } // puts the row in place of an existing one
+    void endRow(qsizetype replacing)
+    {
+        m_rows[std::size_t(replacing)] = m_rowStart;
+    } // puts the row in place of an existing one
 
     void removeRow(qsizetype row);
     // All values of a row, in column order.

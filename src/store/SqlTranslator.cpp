@@ -88,7 +88,9 @@ struct Binding
     const QVariant& valueOf(qsizetype token) const
     {
         static const QVariant none;
-        const auto found = std::lower_bound(tokenValues.begin(), tokenValues.end(), token,
+        const auto found = std::lower_bound(tokenValues.begin(),
+            tokenValues.end(),
+            token,
             [](const std::pair<qsizetype, QVariant>& bound, qsizetype wanted) { return bound.first < wanted; });
         return found != tokenValues.end() && found->first == token ? found->second : none;
     }

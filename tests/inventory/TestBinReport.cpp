@@ -283,14 +283,16 @@ void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead_data()
     QTest::addColumn<QString>("expected");
     // Rows that SQLite alone can hold: a PostgreSQL column takes values of its own type only.
     QTest::addColumn<bool>("sqliteOnly");
-    QTest::newRow("a text in a date column") << latin("DateCreated = 'soon'") << 8 << latin("Date Created: \tsoon") << true;
+    QTest::newRow("a text in a date column")
+        << latin("DateCreated = 'soon'") << 8 << latin("Date Created: \tsoon") << true;
     QTest::newRow("a day that does not exist")
         << latin("DateCreated = '2026-02-30'") << 8 << latin("Date Created: \t2026-02-30") << true;
-    QTest::newRow("a date with its time") << latin("DateCreated = '2026-11-01 23:59:59'") << 8
-                                          << latin("Date Created: \t01/11/2026") << false;
-    QTest::newRow("a text in a whole-number column") << latin("NoAdded = 'three'") << 12
-                                                     << latin("# of Acct(s) Added: \tthree") << true;
-    QTest::newRow("a fraction of days") << latin("Days = 2.5") << 9 << latin("Expire Date: \t2.5 days after Login") << false;
+    QTest::newRow("a date with its time")
+        << latin("DateCreated = '2026-11-01 23:59:59'") << 8 << latin("Date Created: \t01/11/2026") << false;
+    QTest::newRow("a text in a whole-number column")
+        << latin("NoAdded = 'three'") << 12 << latin("# of Acct(s) Added: \tthree") << true;
+    QTest::newRow("a fraction of days") << latin("Days = 2.5") << 9 << latin("Expire Date: \t2.5 days after Login")
+                                        << false;
     QTest::newRow("a whole number of 16 digits")
         << latin("TotalTimeUsed = 1234567890123456") << 3 << latin("Time Used: \t1.23456789012346E+15min(s)") << false;
     QTest::newRow("a negative number") << latin("TotalTimeUsed = -30") << 3 << latin("Time Used: \t-30min(s)") << false;
@@ -299,8 +301,8 @@ void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead_data()
     QTest::newRow("a truth value stored as 1") << latin("Once = 1") << 15 << latin("Used Once: \tTrue") << true;
     QTest::newRow("a text beyond the ASCII letters")
         << QStringLiteral("ByWhom = 'ANA ÑAÑEZ'") << 16 << QStringLiteral("Created By: \tANA ÑAÑEZ") << false;
-    QTest::newRow("a text longer than a report usually is")
-        << (latin("ByWhom = '") + QString(3000, u'Ñ') + u'\'') << 16 << (latin("Created By: \t") + QString(3000, u'Ñ')) << false;
+    QTest::newRow("a text longer than a report usually is") << (latin("ByWhom = '") + QString(3000, u'Ñ') + u'\'') << 16
+                                                            << (latin("Created By: \t") + QString(3000, u'Ñ')) << false;
 }
 
 void TestBinReport::testValuesStoredInAnotherFormPrintAsTheyRead()

@@ -699,7 +699,6 @@ void TestRecordset::testStoredMomentReadsWhatADateFieldReads()
     QCOMPARE(QTime(moment->hour, moment->minute, moment->second), dateTime->time());
 }
 
-
 // A copied field is stored as setting the field to the other field's value stores it: texts and
 // Nulls as they are held, dates and truth values through their values, a pending change included.
 void TestRecordset::testCopyValueCopiesAsSetValueOfTheValueWould()
