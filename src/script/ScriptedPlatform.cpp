@@ -214,10 +214,10 @@ QString ScriptedPlatform::describeDifference(const QString& expected, const QStr
 }
 
 template<typename T>
-std::optional<T> ScriptedPlatform::takeExpected(std::deque<T>& queue, const QString& what)
+std::optional<T> ScriptedPlatform::takeExpected(std::deque<T>& queue, const std::function<QString()>& what)
 {
     if (queue.empty()) {
-        recordFailure(QStringLiteral("unexpected ") + what);
+        recordFailure(QStringLiteral("unexpected ") + what());
         return std::nullopt;
     }
     T front = std::move(queue.front());
@@ -262,9 +262,11 @@ void ScriptedPlatform::expectMessage(const QString& text, int style, std::option
 
 MsgResult ScriptedPlatform::messageBox(const QString& text, int style, const QString& title)
 {
-    const QString shown = visible(text) + QStringLiteral(" (style ") + QString::number(style)
-        + QStringLiteral(", title ") + visible(title) + u')';
-    std::optional<ExpectedMessage> expected = takeExpected(m_expectedMessages, QStringLiteral("message box: ") + shown);
+    // What the box showed is written out only when no box was expected.
+    std::optional<ExpectedMessage> expected = takeExpected(m_expectedMessages, [&]() -> QString {
+        return QStringLiteral("message box: ") + visible(text) + QStringLiteral(" (style ") + QString::number(style)
+            + QStringLiteral(", title ") + visible(title) + u')';
+    });
     const MsgResult answer = expected ? checkMessage(*expected, text, style, title) : defaultAnswer(style);
     m_shownMessages.push_back({text, style, title, answer});
     return answer;
@@ -307,7 +309,7 @@ QString ScriptedPlatform::inputBox(
     const QString& prompt, const QString& title, const QString& defaultText, std::optional<QPoint> /*position*/)
 {
     std::optional<ExpectedInput> expected
-        = takeExpected(m_expectedInputs, QStringLiteral("input box: ") + visible(prompt));
+        = takeExpected(m_expectedInputs, [&]() -> QString { return QStringLiteral("input box: ") + visible(prompt); });
     const QString answer = expected ? expected->answer : QString();
     m_shownInputs.push_back({prompt, title, defaultText, answer});
     if (!expected)
@@ -337,7 +339,8 @@ void ScriptedPlatform::expectMenu(ExpectedMenu expected)
 Control* ScriptedPlatform::popupMenu(Form& /*form*/, Control& menu)
 {
     m_menusShown.append(menu.key());
-    std::optional<ExpectedMenu> expected = takeExpected(m_expectedMenus, QStringLiteral("pop-up menu ") + menu.key());
+    std::optional<ExpectedMenu> expected
+        = takeExpected(m_expectedMenus, [&]() -> QString { return QStringLiteral("pop-up menu ") + menu.key(); });
     if (!expected || !expected->item)
         return nullptr;
     for (Control* item : menu.menuItems()) {
@@ -365,7 +368,7 @@ std::optional<QString> ScriptedPlatform::fileDialog(const FileDialogRequest& req
 {
     m_fileDialogs.push_back(request);
     std::optional<ExpectedDialog> expected
-        = takeExpected(m_expectedFiles, QStringLiteral("file dialog: ") + visible(request.title));
+        = takeExpected(m_expectedFiles, [&]() -> QString { return QStringLiteral("file dialog: ") + visible(request.title); });
     return expected ? expected->file : std::nullopt;
 }
 
@@ -376,7 +379,8 @@ void ScriptedPlatform::expectColorDialog(const std::optional<int>& answer, const
 
 std::optional<int> ScriptedPlatform::colorDialog(int /*initialColor*/)
 {
-    std::optional<ExpectedDialog> expected = takeExpected(m_expectedColors, QStringLiteral("colour dialog"));
+    std::optional<ExpectedDialog> expected
+        = takeExpected(m_expectedColors, []() -> QString { return QStringLiteral("colour dialog"); });
     return expected ? expected->color : std::nullopt;
 }
 

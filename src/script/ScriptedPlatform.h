@@ -206,7 +206,7 @@ private:
     void closeAbandoned(Form& form);
     MsgResult checkMessage(const ExpectedMessage& expected, const QString& text, int style, const QString& title);
     template<typename T>
-    std::optional<T> takeExpected(std::deque<T>& queue, const QString& what);
+    std::optional<T> takeExpected(std::deque<T>& queue, const std::function<QString()>& what);
 
     QStringList m_failures;
     QString m_context;
