@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <utility>
+
 namespace marlet {
 
 namespace {
@@ -52,32 +54,11 @@ void Form::setSize(int width, int height)
     emit captionChanged();
 }
 
-namespace {
-
-// A control name as it compares without regard to case. Names are ASCII as a rule, and folding
-// those needs no general case tables.
-QString foldedName(const QString& name)
-{
-    QString folded(name.size(), Qt::Uninitialized);
-    char16_t* out = reinterpret_cast<char16_t*>(folded.data());
-    for (const QChar c : name) {
-        const char16_t code = c.unicode();
-        if (code >= 0x80)
-            return name.toCaseFolded();
-        *out++ = code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
-    }
-    return folded;
-}
-
-} // namespace
-
 Control& Form::add(ControlKind kind, const QString& name, int index)
 {
-    std::pair<QString, int> key {foldedName(name), index};
-    if (m_byFoldedName.contains(key))
-        qFatal("Form %s has two controls %s(%d)", qPrintable(m_name), qPrintable(name), index);
     m_controls.push_back(std::make_unique<Control>(*this, kind, name, index));
-    m_byFoldedName.insert(std::move(key), m_controls.back().get());
+    if (!m_index.insert(*m_controls.back()))
+        qFatal("Form %s has two controls %s(%d)", qPrintable(m_name), qPrintable(name), index);
     return *m_controls.back();
 }
 
@@ -101,12 +82,7 @@ Control& Form::addToFrame(Control& frame, ControlKind kind, const QString& name,
 
 Control* Form::control(const QString& name, int index) const
 {
-    if (Control* found = m_found.value({name, index}))
-        return found;
-    Control* found = m_byFoldedName.value({foldedName(name), index});
-    if (found)
-        m_found.insert({name, index}, found);
-    return found;
+    return m_index.find(name, index);
 }
 
 Control* Form::find(const QString& key) const
@@ -185,8 +161,7 @@ void Form::load()
     if (m_loaded)
         return;
     m_focused = nullptr;
-    m_found.clear();
-    m_byFoldedName.clear();
+    m_index.clear();
     m_controls.clear();
     onLoad = nullptr;
     onActivate = nullptr;

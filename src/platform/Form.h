@@ -1,14 +1,13 @@
 #pragma once
 
 #include "platform/Control.h"
+#include "platform/ControlIndex.h"
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace marlet {
@@ -101,13 +100,10 @@ private:
     int m_width = 0;
     int m_height = 0;
     std::vector<std::unique_ptr<Control>> m_controls;
-    // Controls found by name and index, by the spelling asked for: long operations ask for the same
-    // few controls once a row, and a search without regard to case through every control of a
-    // large screen costs more than the row's own work. Emptied when the controls are built anew.
-    mutable QHash<std::pair<QString, int>, Control*> m_found;
-    // Every control by its case-folded name and index, so that adding a control to a screen of
-    // hundreds need not compare its name with each one there already.
-    QHash<std::pair<QString, int>, Control*> m_byFoldedName;
+    // Every control by name and index without regard to case, so that adding a control to a screen
+    // of hundreds need not compare its name with each one there already, and a long operation that
+    // asks for the same few controls once a row need not search them all.
+    ControlIndex m_index;
     Control* m_focused = nullptr;
     bool m_loaded = false;
 };
