@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <vector>
 
 using namespace marlet;
 
@@ -72,6 +73,17 @@ protected:
         add(ControlKind::TextBox, QStringLiteral("Text7"), 8);
         onLoad = [this] { log << QStringLiteral("Form Load"); };
     }
+};
+
+// Writes down what its control tells it.
+class RecordingWatcher : public ControlWatcher
+{
+public:
+    std::vector<Property> changes;
+    bool gone = false;
+
+    void controlChanged(Property property) override { changes.push_back(property); }
+    void controlGone() override { gone = true; }
 };
 
 } // namespace
@@ -448,6 +460,46 @@ private slots:
             return owned.get() == &after;
         }));
         QCOMPARE(&c("TEXT1"), &after);
+    }
+
+    void testWatchersAreToldOfEachChangeUntilTheyStop()
+    {
+        RecordingWatcher first;
+        RecordingWatcher second;
+        Control& text = c("Text1");
+        text.addWatcher(first);
+        text.addWatcher(second);
+        text.setText(QStringLiteral("abc"));
+        text.setText(QStringLiteral("abc"));
+        text.setEnabled(false);
+        text.removeWatcher(first);
+        text.setCaption(QStringLiteral("Name"));
+        QCOMPARE(first.changes, (std::vector<Property> {Property::Text, Property::Enabled}));
+        QCOMPARE(second.changes, (std::vector<Property> {Property::Text, Property::Enabled, Property::Caption}));
+        text.removeWatcher(second);
+    }
+
+    void testAnOptionClearedByAnotherTellsItsWatcher()
+    {
+        RecordingWatcher watcher;
+        c("Option1").addWatcher(watcher);
+        Operator::click(c("Option1"));
+        Operator::click(c("Option2"));
+        QCOMPARE(c("Option1").value(), 0);
+        QCOMPARE(watcher.changes, (std::vector<Property> {Property::Value, Property::Value}));
+        c("Option1").removeWatcher(watcher);
+    }
+
+    void testWatchersLearnWhenTheControlsAreBuiltAnew()
+    {
+        RecordingWatcher watcher;
+        c("Text1").addWatcher(watcher);
+        QVERIFY(m_form->unload());
+        QVERIFY(!watcher.gone);
+        m_form->load();
+        QVERIFY(watcher.gone);
+        c("Text1").setText(QStringLiteral("new"));
+        QVERIFY(watcher.changes.empty());
     }
 
     void testControlsAreFoundByNameIndexOrLabel_data()
