@@ -388,7 +388,7 @@ std::vector<Control*> Control::menuItems() const
     std::vector<Control*> items;
     for (const auto& c : m_form.controls()) {
         if (c->m_parentMenu == this)
-            items.push_back(c.get());
+            items.push_back(c);
     }
     return items;
 }

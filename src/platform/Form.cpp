@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <cstddef>
+#include <new>
 #include <utility>
 
 namespace marlet {
@@ -37,7 +39,26 @@ Form::Form(Platform& platform, QString name)
 {
 }
 
-Form::~Form() = default;
+struct Form::ControlBlock
+{
+    static constexpr size_t Capacity = 32;
+    alignas(Control) std::byte storage[Capacity * sizeof(Control)];
+};
+
+Form::~Form()
+{
+    m_index.clear();
+    destroyControls();
+}
+
+void Form::destroyControls()
+{
+    for (Control* control : m_controls)
+        control->~Control();
+    m_controls.clear();
+    m_blocks.clear();
+    m_usedInBlock = 0;
+}
 
 void Form::setCaption(const QString& caption)
 {
@@ -56,10 +77,17 @@ void Form::setSize(int width, int height)
 
 Control& Form::add(ControlKind kind, const QString& name, int index)
 {
-    m_controls.push_back(std::make_unique<Control>(*this, kind, name, index));
-    if (!m_index.insert(*m_controls.back()))
+    if (m_blocks.empty() || m_usedInBlock == ControlBlock::Capacity) {
+        m_blocks.push_back(std::make_unique_for_overwrite<ControlBlock>());
+        m_usedInBlock = 0;
+    }
+    std::byte* place = m_blocks.back()->storage + m_usedInBlock * sizeof(Control);
+    Control* control = new (place) Control(*this, kind, name, index);
+    ++m_usedInBlock;
+    m_controls.push_back(control);
+    if (!m_index.insert(*control))
         qFatal("Form %s has two controls %s(%d)", qPrintable(m_name), qPrintable(name), index);
-    return *m_controls.back();
+    return *control;
 }
 
 Control& Form::addLabelled(ControlKind kind, const QString& name, const QString& caption, int index)
@@ -95,7 +123,7 @@ Control* Form::find(const QString& key) const
         if (c->label().isEmpty())
             continue;
         if (c->label() == key || withoutAccelerator(c->label()).compare(plain, Qt::CaseInsensitive) == 0)
-            return c.get();
+            return c;
     }
     return nullptr;
 }
@@ -118,7 +146,7 @@ std::vector<Control*> Form::controlsIn(const Control* container) const
     std::vector<Control*> found;
     for (const auto& c : m_controls) {
         if (c->container() == container)
-            found.push_back(c.get());
+            found.push_back(c);
     }
     return found;
 }
@@ -145,11 +173,11 @@ Control* Form::nextInTabOrder(const Control* from) const
     const auto count = m_controls.size();
     size_t start = 0;
     for (size_t i = 0; i < count; ++i) {
-        if (m_controls[i].get() == from)
+        if (m_controls[i] == from)
             start = i + 1;
     }
     for (size_t step = 0; step < count; ++step) {
-        Control* c = m_controls[(start + step) % count].get();
+        Control* c = m_controls[(start + step) % count];
         if (c != from && focusable(*c))
             return c;
     }
@@ -162,7 +190,7 @@ void Form::load()
         return;
     m_focused = nullptr;
     m_index.clear();
-    m_controls.clear();
+    destroyControls();
     onLoad = nullptr;
     onActivate = nullptr;
     onQueryUnload = nullptr;

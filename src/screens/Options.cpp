@@ -208,7 +208,7 @@ void Options::open()
 void Options::reloadPages()
 {
     m_tabLoaded = {};
-    for (const std::unique_ptr<Control>& control : controls()) {
+    for (Control* control : controls()) {
         if (control->kind() == ControlKind::ListBox || control->kind() == ControlKind::ComboBox)
             control->clear();
     }

@@ -456,9 +456,8 @@ private slots:
         m_form->load();
         Control& after = c("Text1");
         const auto& controls = m_form->controls();
-        QVERIFY(std::any_of(controls.begin(), controls.end(), [&after](const auto& owned) {
-            return owned.get() == &after;
-        }));
+        QVERIFY(
+            std::any_of(controls.begin(), controls.end(), [&after](const Control* owned) { return owned == &after; }));
         QCOMPARE(&c("TEXT1"), &after);
     }
 
