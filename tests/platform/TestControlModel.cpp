@@ -501,6 +501,38 @@ private slots:
         QVERIFY(watcher.changes.empty());
     }
 
+    void testAFormOfManyControlsKeepsThemAllInCreationOrder()
+    {
+        // More than one block of controls, built twice.
+        class LargeForm : public Form
+        {
+        public:
+            using Form::Form;
+
+        protected:
+            void build() override
+            {
+                for (int i = 0; i < 100; ++i)
+                    add(ControlKind::TextBox, QStringLiteral("Text"), i).setText(QString::number(i));
+            }
+        };
+        LargeForm form(m_platform, QStringLiteral("Large"));
+        RecordingWatcher watcher;
+        for (int round = 0; round < 2; ++round) {
+            form.load();
+            QCOMPARE(form.controls().size(), size_t(100));
+            for (int i = 0; i < 100; ++i) {
+                QCOMPARE(form.controls()[size_t(i)]->index(), i);
+                QCOMPARE(form.at(QStringLiteral("TEXT"), i).text(), QString::number(i));
+            }
+            if (round == 0) {
+                form.at(QStringLiteral("Text"), 99).addWatcher(watcher);
+                QVERIFY(form.unload());
+            }
+        }
+        QVERIFY(watcher.gone);
+    }
+
     void testControlsAreFoundByNameIndexOrLabel_data()
     {
         QTest::addColumn<QString>("key");
