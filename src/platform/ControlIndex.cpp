@@ -4,9 +4,19 @@
 
 #include <QString>
 
+#include <cstdint>
+#include <cstring>
+
 namespace marlet {
 
 namespace {
+
+constexpr std::uint64_t NonAscii = 0xFF80FF80FF80FF80ull;
+// Setting the 0x20 bit of every code unit maps A to Z onto a to z and changes nothing else that
+// folding without regard to case could tell apart: names equal that way stay equal.
+constexpr std::uint64_t CaseBits = 0x0020002000200020ull;
+constexpr std::uint64_t Multiplier = 0x9E3779B97F4A7C15ull;
+constexpr size_t FirstSlots = 64;
 
 bool isAscii(QStringView name)
 {
@@ -22,31 +32,42 @@ constexpr char16_t foldedAscii(char16_t code)
     return code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
 }
 
-constexpr size_t hashStart = 0xcbf29ce484222325ull;
-
-// FNV-1a, one code unit at a time; names are short, and this needs no copy of them.
-constexpr size_t hashStep(size_t hash, char16_t code)
+// Four code units at a time, each with its 0x20 bit set. False when a unit outside ASCII turns up
+// and `ascii` asks for none.
+bool hashUnits(QStringView units, bool ascii, std::uint64_t& hash)
 {
-    return (hash ^ code) * 0x100000001b3ull;
+    const char16_t* data = units.utf16();
+    const qsizetype count = units.size();
+    qsizetype i = 0;
+    for (; i + 4 <= count; i += 4) {
+        std::uint64_t word;
+        std::memcpy(&word, data + i, sizeof word);
+        if (ascii && (word & NonAscii))
+            return false;
+        hash = (hash ^ (word | CaseBits)) * Multiplier;
+    }
+    std::uint64_t rest = 0;
+    for (qsizetype shift = 0; i < count; ++i, shift += 16) {
+        if (ascii && data[i] >= 0x80)
+            return false;
+        rest |= std::uint64_t(data[i] | 0x20) << shift;
+    }
+    hash = (hash ^ rest ^ std::uint64_t(count)) * Multiplier;
+    return true;
 }
 
 } // namespace
 
-size_t ControlIndex::hashName(QStringView name, size_t seed)
+size_t ControlIndex::hashName(QStringView name, int index)
 {
-    size_t hash = seed ^ hashStart;
-    for (const QChar c : name) {
-        const char16_t code = c.unicode();
-        if (code >= 0x80) {
-            // Outside ASCII the name is hashed as Qt folds it, so that it meets the name it folds to.
-            hash = seed ^ hashStart;
-            for (const QChar folded : name.toString().toCaseFolded())
-                hash = hashStep(hash, folded.unicode());
-            return hash;
-        }
-        hash = hashStep(hash, foldedAscii(code));
+    const std::uint64_t start = (std::uint64_t(std::uint32_t(index)) + 1) * Multiplier;
+    std::uint64_t hash = start;
+    if (!hashUnits(name, true, hash)) {
+        // Outside ASCII the name is hashed as Qt folds it, so that it meets the name it folds to.
+        hash = start;
+        hashUnits(name.toString().toCaseFolded(), false, hash);
     }
-    return hash;
+    return size_t(hash ^ (hash >> 29));
 }
 
 bool ControlIndex::sameName(QStringView a, QStringView b)
@@ -70,18 +91,56 @@ bool ControlIndex::sameName(QStringView a, QStringView b)
     return a.toString().toCaseFolded() == b.toString().toCaseFolded();
 }
 
+size_t ControlIndex::slotOf(QStringView name, int index, size_t hash) const
+{
+    const size_t mask = m_slots.size() - 1;
+    for (size_t i = hash & mask;; i = (i + 1) & mask) {
+        const Slot& slot = m_slots[i];
+        if (!slot.control
+            || (slot.hash == hash && slot.control->index() == index && sameName(slot.control->name(), name)))
+            return i;
+    }
+}
+
 bool ControlIndex::insert(Control& control)
 {
-    Control*& slot = m_controls[Key(control.name(), control.index())];
-    if (slot)
+    if (size_t(m_size + 1) * 2 > m_slots.size())
+        grow();
+    const size_t hash = hashName(control.name(), control.index());
+    Slot& slot = m_slots[slotOf(control.name(), control.index(), hash)];
+    if (slot.control)
         return false;
-    slot = &control;
+    slot = {hash, &control};
+    ++m_size;
     return true;
 }
 
 Control* ControlIndex::find(QStringView name, int index) const
 {
-    return m_controls.value(Key(name, index), nullptr);
+    if (m_slots.empty())
+        return nullptr;
+    return m_slots[slotOf(name, index, hashName(name, index))].control;
+}
+
+void ControlIndex::clear()
+{
+    m_slots.clear();
+    m_size = 0;
+}
+
+void ControlIndex::grow()
+{
+    std::vector<Slot> old(m_slots.empty() ? FirstSlots : m_slots.size() * 2);
+    old.swap(m_slots);
+    const size_t mask = m_slots.size() - 1;
+    for (const Slot& slot : old) {
+        if (!slot.control)
+            continue;
+        size_t i = slot.hash & mask;
+        while (m_slots[i].control)
+            i = (i + 1) & mask;
+        m_slots[i] = slot;
+    }
 }
 
 } // namespace marlet

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QHash>
 #include <QStringView>
+
+#include <vector>
 
 namespace marlet {
 
@@ -9,47 +10,37 @@ class Control;
 
 // A form's controls by name and index, without regard to case: "Text1", "TEXT1" and "text1" are
 // one name, and "Text7" with index 8 is another control than "Text7" alone. Names are hashed and
-// compared as they stand, folding each character on the way, so that neither adding a control nor
-// looking one up makes a folded copy of its name; only a name outside ASCII is folded as a whole.
+// compared as they stand, without a folded copy; only a name outside ASCII is folded as a whole.
+// The table holds each control's hash beside it and reads the name from the control itself: a
+// screen of hundreds adds all of its controls on every opening.
 class ControlIndex
 {
 public:
-    // Adds the control under its own name and index. The index keeps a view of the control's name,
-    // which never changes, so the control must stay until clear(). False, and nothing added, when
-    // a control of that name and index is there already.
+    // Adds the control under its own name and index, which never change; the control must stay
+    // until clear(). False, and nothing added, when a control of that name and index is there.
     bool insert(Control& control);
     Control* find(QStringView name, int index) const;
-    void clear() { m_controls.clear(); }
-    qsizetype size() const { return m_controls.size(); }
+    void clear();
+    qsizetype size() const { return m_size; }
 
-    // The hash that the index gives a name: equal for names equal without regard to case.
-    static size_t hashName(QStringView name, size_t seed);
+    // The hash of a name and index: equal for names equal without regard to case.
+    static size_t hashName(QStringView name, int index);
     static bool sameName(QStringView a, QStringView b);
 
 private:
-    // The hash is worked out once, when the key is made: the table compares keys it meets on the
-    // way and moves them all when it grows.
-    struct Key
+    struct Slot
     {
-        Key(QStringView name, int index)
-            : name(name)
-            , index(index)
-            , hash(hashName(name, size_t(uint(index))))
-        {
-        }
-
-        QStringView name;
-        int index;
-        size_t hash;
-
-        friend bool operator==(const Key& a, const Key& b)
-        {
-            return a.hash == b.hash && a.index == b.index && sameName(a.name, b.name);
-        }
-        friend size_t qHash(const Key& key, size_t seed) { return key.hash ^ seed; }
+        size_t hash = 0;
+        Control* control = nullptr;
     };
 
-    QHash<Key, Control*> m_controls;
+    // The slot of that control, or the empty slot where it would go.
+    size_t slotOf(QStringView name, int index, size_t hash) const;
+    void grow();
+
+    // Open addressing with linear probing; the size is a power of two, at most half full.
+    std::vector<Slot> m_slots;
+    qsizetype m_size = 0;
 };
 
 } // namespace marlet

@@ -121,6 +121,35 @@ private slots:
             QCOMPARE(ControlIndex::hashName(a, 7), ControlIndex::hashName(b, 7));
     }
 
+    void testAGrowingIndexKeepsEveryControl()
+    {
+        ControlIndex index;
+        for (int i = 0; i < 1000; ++i) {
+            QVERIFY(index.insert(make(QStringLiteral("Text"), i)));
+            QVERIFY(index.insert(make(QStringLiteral("Label") + QString::number(i))));
+        }
+        QCOMPARE(index.size(), 2000);
+        for (int i = 0; i < 1000; ++i) {
+            QCOMPARE(index.find(u"TEXT", i)->index(), i);
+            QCOMPARE(index.find(QString(QStringLiteral("label") + QString::number(i)), -1)->name(),
+                QStringLiteral("Label") + QString::number(i));
+        }
+        QCOMPARE(index.find(u"Text", 1000), nullptr);
+        QVERIFY(!index.insert(make(QStringLiteral("text"), 999)));
+    }
+
+    void testNamesThatOnlyHashAlikeStayApart()
+    {
+        // "@" and "`" differ by the bit that tells capitals apart, but neither is a letter.
+        ControlIndex index;
+        Control& at = make(QStringLiteral("cmd@"));
+        Control& grave = make(QStringLiteral("cmd`"));
+        QVERIFY(index.insert(at));
+        QVERIFY(index.insert(grave));
+        QCOMPARE(index.find(u"CMD@", -1), &at);
+        QCOMPARE(index.find(u"CMD`", -1), &grave);
+    }
+
     void testClearingForgetsEveryControl()
     {
         ControlIndex index;
