@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -25,6 +26,16 @@ private:
         return *m_controls.back();
     }
 
+    // Each spelling of the name, with that index, finds the control (or nothing).
+    static void verifyFinds(const ControlIndex& index,
+        std::initializer_list<const char16_t*> spellings,
+        int element,
+        const Control* expected)
+    {
+        for (const char16_t* spelling : spellings)
+            QCOMPARE(index.find(spelling, element), expected);
+    }
+
 private slots:
     void init()
     {
@@ -37,11 +48,8 @@ private slots:
         ControlIndex index;
         Control& currency = make(QStringLiteral("txtCurrency"));
         QVERIFY(index.insert(currency));
-        QCOMPARE(index.find(u"txtCurrency", -1), &currency);
-        QCOMPARE(index.find(u"TXTCURRENCY", -1), &currency);
-        QCOMPARE(index.find(u"txtcurrency", -1), &currency);
-        QCOMPARE(index.find(u"txtCurrenc", -1), nullptr);
-        QCOMPARE(index.find(u"txtCurrencyX", -1), nullptr);
+        verifyFinds(index, {u"txtCurrency", u"TXTCURRENCY", u"txtcurrency"}, -1, &currency);
+        verifyFinds(index, {u"txtCurrenc", u"txtCurrencyX"}, -1, nullptr);
     }
 
     void testTheIndexTellsArrayElementsApart()
@@ -76,9 +84,8 @@ private slots:
         ControlIndex index;
         Control& size = make(QStringLiteral("lblGröße"));
         QVERIFY(index.insert(size));
-        QCOMPARE(index.find(u"LBLGRÖßE", -1), &size);
-        QCOMPARE(index.find(u"lblgröße", -1), &size);
-        QCOMPARE(index.find(u"lblGrosse", -1), nullptr);
+        verifyFinds(index, {u"LBLGRÖßE", u"lblgröße"}, -1, &size);
+        verifyFinds(index, {u"lblGrosse"}, -1, nullptr);
         // The Kelvin sign folds to an ASCII k: the two spellings are one name.
         Control& kelvin = make(QStringLiteral("lbl\u212Aelvin"));
         QVERIFY(index.insert(kelvin));
@@ -91,22 +98,24 @@ private slots:
         QTest::addColumn<QString>("a");
         QTest::addColumn<QString>("b");
         QTest::addColumn<bool>("same");
-        QTest::newRow("cases") << "TabStrip1"
-                               << "tabstrip1" << true;
-        QTest::newRow("other letters") << "TabStrip1"
-                                       << "TabStrip2" << false;
-        QTest::newRow("other lengths") << "Text1"
-                                       << "Text12" << false;
-        QTest::newRow("empty") << ""
-                               << "" << true;
-        QTest::newRow("umlauts") << "Ärger"
-                                 << "äRGER" << true;
-        QTest::newRow("Kelvin sign") << "\u212A"
-                                     << "K" << true;
-        QTest::newRow("not a letter") << "a_1"
-                                      << "A_1" << true;
-        QTest::newRow("letters next to the alphabet") << "@["
-                                                      << "`{" << false;
+        const struct
+        {
+            const char* tag;
+            QString a;
+            QString b;
+            bool same;
+        } rows[] = {
+            {"cases", QStringLiteral("TabStrip1"), QStringLiteral("tabstrip1"), true},
+            {"other letters", QStringLiteral("TabStrip1"), QStringLiteral("TabStrip2"), false},
+            {"other lengths", QStringLiteral("Text1"), QStringLiteral("Text12"), false},
+            {"empty", QString(), QString(), true},
+            {"umlauts", QStringLiteral("Ärger"), QStringLiteral("äRGER"), true},
+            {"Kelvin sign", QStringLiteral("\u212A"), QStringLiteral("K"), true},
+            {"not a letter", QStringLiteral("a_1"), QStringLiteral("A_1"), true},
+            {"letters next to the alphabet", QStringLiteral("@["), QStringLiteral("`{"), false},
+        };
+        for (const auto& row : rows)
+            QTest::newRow(row.tag) << row.a << row.b << row.same;
     }
 
     void testEqualNamesHashAlike()
