@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 
 #include <cstddef>
+#include <mutex>
 #include <new>
 #include <utility>
 
@@ -51,12 +52,58 @@ Form::~Form()
     destroyControls();
 }
 
+namespace {
+
+// As many blocks as the largest screen takes.
+constexpr size_t KeptSpareBlocks = 16;
+
+// The blocks of closed forms, waiting for the next form. A screen of hundreds of controls is built
+// on every opening: blocks freed when it closes went back to the system, and the next opening got
+// them again page by page, each page faulted in and cleared.
+template<typename Block>
+struct SpareBlocks
+{
+    std::mutex mutex;
+    std::vector<std::unique_ptr<Block>> blocks;
+
+    // Never destroyed: a form may close after the program's statics have gone.
+    static SpareBlocks& instance()
+    {
+        static auto* spare = new SpareBlocks;
+        return *spare;
+    }
+};
+
+} // namespace
+
+void Form::keepSpareBlocks(BlockList& blocks)
+{
+    auto& spare = SpareBlocks<ControlBlock>::instance();
+    const std::lock_guard lock(spare.mutex);
+    for (std::unique_ptr<ControlBlock>& block : blocks) {
+        if (spare.blocks.size() < KeptSpareBlocks)
+            spare.blocks.push_back(std::move(block));
+    }
+    blocks.clear();
+}
+
+std::unique_ptr<Form::ControlBlock> Form::takeBlock()
+{
+    auto& spare = SpareBlocks<ControlBlock>::instance();
+    const std::lock_guard lock(spare.mutex);
+    if (spare.blocks.empty())
+        return std::make_unique_for_overwrite<ControlBlock>();
+    std::unique_ptr<ControlBlock> block = std::move(spare.blocks.back());
+    spare.blocks.pop_back();
+    return block;
+}
+
 void Form::destroyControls()
 {
     for (Control* control : m_controls)
         control->~Control();
     m_controls.clear();
-    m_blocks.clear();
+    keepSpareBlocks(m_blocks);
     m_usedInBlock = 0;
 }
 
@@ -78,7 +125,7 @@ void Form::setSize(int width, int height)
 Control& Form::add(ControlKind kind, const QString& name, int index)
 {
     if (m_blocks.empty() || m_usedInBlock == ControlBlock::Capacity) {
-        m_blocks.push_back(std::make_unique_for_overwrite<ControlBlock>());
+        m_blocks.push_back(takeBlock());
         m_usedInBlock = 0;
     }
     std::byte* place = m_blocks.back()->storage + m_usedInBlock * sizeof(Control);

@@ -96,7 +96,11 @@ protected:
 
 private:
     struct ControlBlock;
+    using BlockList = std::vector<std::unique_ptr<ControlBlock>>;
     void destroyControls();
+    // Blocks that forms gave back, kept for the next form; and taking one.
+    static void keepSpareBlocks(BlockList& blocks);
+    static std::unique_ptr<ControlBlock> takeBlock();
 
     Platform& m_platform;
     QString m_name;
@@ -105,7 +109,7 @@ private:
     int m_height = 0;
     // The controls live in blocks of a few dozen: a screen of hundreds builds all of them on each
     // opening, and an allocation for each, freed one by one, cost as much as building them.
-    std::vector<std::unique_ptr<ControlBlock>> m_blocks;
+    BlockList m_blocks;
     size_t m_usedInBlock = 0;
     std::vector<Control*> m_controls;
     // Every control by name and index without regard to case, so that adding a control to a screen

@@ -533,6 +533,41 @@ private slots:
         QVERIFY(watcher.gone);
     }
 
+    void testAFormBuiltAfterAnotherClosedStartsWithFreshControls()
+    {
+        // The second form takes the blocks the first gave back.
+        class PlainForm : public Form
+        {
+        public:
+            using Form::Form;
+
+        protected:
+            void build() override
+            {
+                for (int i = 0; i < 70; ++i)
+                    add(ControlKind::CheckBox, QStringLiteral("Check"), i);
+            }
+        };
+        {
+            PlainForm first(m_platform, QStringLiteral("First"));
+            first.load();
+            for (Control* control : first.controls()) {
+                control->setValue(CheckState::Checked);
+                control->setText(QStringLiteral("old"));
+                control->setEnabled(false);
+            }
+        }
+        PlainForm second(m_platform, QStringLiteral("Second"));
+        second.load();
+        QCOMPARE(second.controls().size(), size_t(70));
+        for (const Control* control : second.controls()) {
+            QCOMPARE(control->value(), CheckState::Unchecked);
+            QCOMPARE(control->text(), QString());
+            QVERIFY(control->enabled());
+            QCOMPARE(&control->form(), &second);
+        }
+    }
+
     void testControlsAreFoundByNameIndexOrLabel_data()
     {
         QTest::addColumn<QString>("key");
