@@ -30,6 +30,9 @@ using namespace marlet::bench;
 namespace {
 
 constexpr int Openings = 50;
+// The openings are timed three times and the fastest counts, for both programs: the first run
+// also loads Qt's SQL driver, and a run of 20 ms is easily stretched by a neighbour on the machine.
+constexpr int OpeningRuns = 3;
 constexpr int Applies = 50;
 // What the operator feels as instant.
 constexpr double InstantMilliseconds = 100;
@@ -95,11 +98,12 @@ Figure opening(const Database& data, ScriptedPlatform& platform)
             for (int i = 0; i < Openings; ++i)
                 openOptions(data, platform, [&](Form& screen) { currency = screen[QStringLiteral("txtCurrency")].text(); });
         },
-        1,
+        OpeningRuns,
         Openings);
     if (currency != QLatin1String("USD"))
         fail(QStringLiteral("the General tab shows the currency \"%1\"").arg(currency));
-    figure.note = QStringLiteral("average of %1, opening to closing").arg(Openings);
+    figure.note
+        = QStringLiteral("average of %1, opening to closing, fastest of %2 runs").arg(Openings).arg(OpeningRuns);
     return figure;
 }
 
@@ -217,7 +221,7 @@ int main(int argc, char** argv)
             for (int i = 0; i < Openings; ++i)
                 plain.load(data.path());
         },
-        1,
+        OpeningRuns,
         Openings);
     plain.openForApply(data.path());
     figures[1].timePlain(

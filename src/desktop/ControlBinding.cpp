@@ -62,10 +62,19 @@ ControlBinding::ControlBinding(Control& control, QWidget* widget, FormBinder& bi
         m_baseFont = widget->font();
         watch(widget);
     }
-    connect(&control, &Control::changed, this, [this](Property property) {
-        FormBinder::RefreshScope scope(m_binder);
-        refresh(property);
-    });
+    control.addWatcher(*this);
+}
+
+ControlBinding::~ControlBinding()
+{
+    if (!m_controlGone)
+        m_control.removeWatcher(*this);
+}
+
+void ControlBinding::controlChanged(Property property)
+{
+    FormBinder::RefreshScope scope(m_binder);
+    refresh(property);
 }
 
 void ControlBinding::refresh(Property property)

@@ -21,10 +21,11 @@ class FormBinder;
 // announces is copied to the widget, and what the operator does to the widget is turned into an
 // Operator action through the binder, after which the widget is brought back in line with
 // whatever the model made of it.
-class ControlBinding : public QObject
+class ControlBinding : public QObject, private ControlWatcher
 {
 public:
     ControlBinding(Control& control, QWidget* widget, FormBinder& binder);
+    ~ControlBinding() override;
 
     Control& control() const { return m_control; }
     QWidget* widget() const { return m_widget; }
@@ -56,6 +57,8 @@ protected:
     void dispatch(const std::function<void()>& action);
 
 private:
+    void controlChanged(Property property) override;
+    void controlGone() override { m_controlGone = true; }
     void refreshCommon(Property property);
     void applyColors();
     void applyFont();
@@ -67,6 +70,8 @@ private:
     QPalette m_basePalette;
     QFont m_baseFont;
     bool m_placedByTwips = false;
+    // The form built its controls anew, or closed, before the binder went.
+    bool m_controlGone = false;
 };
 
 // The binding for the control's kind, driving the given widget (which fits the kind).

@@ -99,7 +99,7 @@ void FormBinder::buildView()
             widget->setObjectName(control->key());
         else
             widget = createWidget(*control, hiddenHolder());
-        m_widgets.insert(control.get(), widget);
+        m_widgets.insert(control, widget);
     }
 }
 
@@ -109,11 +109,11 @@ void FormBinder::placeByTwips()
     m_placedByTwips = true;
     for (const auto& control : m_form.controls()) {
         if (QWidget* widget = createWidget(*control, m_root))
-            m_widgets.insert(control.get(), widget);
+            m_widgets.insert(control, widget);
     }
     for (const auto& control : m_form.controls()) {
         const Control* frame = control->container();
-        QWidget* widget = m_widgets.value(control.get());
+        QWidget* widget = m_widgets.value(control);
         QWidget* frameWidget = frame && frame->kind() == ControlKind::Frame ? m_widgets.value(frame) : nullptr;
         if (widget && frameWidget)
             widget->setParent(frameWidget);
@@ -155,15 +155,15 @@ void FormBinder::bindMenu(Control& control, QAction* action, QMenu* menu)
 void FormBinder::bindAll()
 {
     for (const auto& control : m_form.controls()) {
-        QWidget* widget = m_widgets.value(control.get());
+        QWidget* widget = m_widgets.value(control);
         if (!widget)
             continue;
         ControlBinding* binding = createBinding(*control, widget, *this);
         binding->setPlacedByTwips(m_placedByTwips);
-        m_bindings.insert(control.get(), binding);
+        m_bindings.insert(control, binding);
     }
     for (const auto& control : m_form.controls()) {
-        if (ControlBinding* binding = m_bindings.value(control.get()))
+        if (ControlBinding* binding = m_bindings.value(control))
             binding->refreshAll();
     }
     updateMenuBar();
@@ -175,7 +175,7 @@ void FormBinder::setTabOrderAndBuddies()
     QWidget* previous = nullptr;
     QList<QLabel*> waitingLabels;
     for (const auto& control : m_form.controls()) {
-        QWidget* widget = m_widgets.value(control.get());
+        QWidget* widget = m_widgets.value(control);
         if (!widget || widget->parentWidget() == m_holder)
             continue;
         if (control->kind() == ControlKind::Label) {

@@ -68,7 +68,21 @@ Control::Control(Form& form, ControlKind kind, QString name, int index)
         m_grid = std::make_unique<GridData>(*this);
 }
 
-Control::~Control() = default;
+Control::~Control()
+{
+    for (ControlWatcher* watcher : m_watchers)
+        watcher->controlGone();
+}
+
+void Control::addWatcher(ControlWatcher& watcher)
+{
+    m_watchers.push_back(&watcher);
+}
+
+void Control::removeWatcher(ControlWatcher& watcher)
+{
+    std::erase(m_watchers, &watcher);
+}
 
 QString Control::key() const
 {
@@ -82,7 +96,7 @@ void Control::setCaption(const QString& caption)
     if (caption == m_caption)
         return;
     m_caption = caption;
-    emit changed(Property::Caption);
+    notify(Property::Caption);
 }
 
 void Control::setText(const QString& text)
@@ -92,7 +106,7 @@ void Control::setText(const QString& text)
     m_text = text;
     m_selStart = int(text.size());
     m_selLength = 0;
-    emit changed(Property::Text);
+    notify(Property::Text);
     fireChange();
 }
 
@@ -104,7 +118,7 @@ void Control::setSelection(int start, int length)
         return;
     m_selStart = start;
     m_selLength = length;
-    emit changed(Property::Selection);
+    notify(Property::Selection);
 }
 
 void Control::setMaxLength(int length)
@@ -112,7 +126,7 @@ void Control::setMaxLength(int length)
     if (length == m_maxLength)
         return;
     m_maxLength = length;
-    emit changed(Property::MaxLength);
+    notify(Property::MaxLength);
 }
 
 void Control::setLocked(bool locked)
@@ -120,7 +134,7 @@ void Control::setLocked(bool locked)
     if (locked == m_locked)
         return;
     m_locked = locked;
-    emit changed(Property::Locked);
+    notify(Property::Locked);
 }
 
 void Control::setValue(int value)
@@ -128,7 +142,7 @@ void Control::setValue(int value)
     if (value == m_value)
         return;
     m_value = value;
-    emit changed(Property::Value);
+    notify(Property::Value);
     switch (m_kind) {
     case ControlKind::CheckBox:
         fireClick();
@@ -152,7 +166,7 @@ void Control::clearOtherOptions()
     for (Control* other : m_form.controlsIn(m_container)) {
         if (other != this && other->kind() == ControlKind::OptionButton && other->m_value != 0) {
             other->m_value = 0;
-            emit other->changed(Property::Value);
+            other->notify(Property::Value);
         }
     }
 }
@@ -163,7 +177,7 @@ void Control::setRange(int minimum, int maximum)
         return;
     m_min = minimum;
     m_max = maximum;
-    emit changed(Property::Range);
+    notify(Property::Range);
 }
 
 void Control::setEnabled(bool enabled)
@@ -171,7 +185,7 @@ void Control::setEnabled(bool enabled)
     if (enabled == m_enabled)
         return;
     m_enabled = enabled;
-    emit changed(Property::Enabled);
+    notify(Property::Enabled);
 }
 
 void Control::setVisible(bool visible)
@@ -179,7 +193,7 @@ void Control::setVisible(bool visible)
     if (visible == m_visible)
         return;
     m_visible = visible;
-    emit changed(Property::Visible);
+    notify(Property::Visible);
 }
 
 bool Control::canFocus() const
@@ -196,7 +210,7 @@ void Control::setToolTip(const QString& tip)
     if (tip == m_toolTip)
         return;
     m_toolTip = tip;
-    emit changed(Property::ToolTip);
+    notify(Property::ToolTip);
 }
 
 void Control::setForeColor(int color)
@@ -204,7 +218,7 @@ void Control::setForeColor(int color)
     if (color == m_foreColor)
         return;
     m_foreColor = color;
-    emit changed(Property::Colors);
+    notify(Property::Colors);
 }
 
 void Control::setBackColor(int color)
@@ -212,7 +226,7 @@ void Control::setBackColor(int color)
     if (color == m_backColor)
         return;
     m_backColor = color;
-    emit changed(Property::Colors);
+    notify(Property::Colors);
 }
 
 void Control::setFont(bool bold, int size)
@@ -221,7 +235,7 @@ void Control::setFont(bool bold, int size)
         return;
     m_fontBold = bold;
     m_fontSize = size;
-    emit changed(Property::Font);
+    notify(Property::Font);
 }
 
 void Control::setGeometry(int left, int top, int width, int height)
@@ -232,7 +246,7 @@ void Control::setGeometry(int left, int top, int width, int height)
     m_top = top;
     m_width = width;
     m_height = height;
-    emit changed(Property::Geometry);
+    notify(Property::Geometry);
 }
 
 void Control::addItem(const QString& item)
@@ -241,7 +255,7 @@ void Control::addItem(const QString& item)
     if (m_multiSelect)
         m_selected.push_back(false);
     m_lastItemsChange = {ItemsChange::Kind::Appended};
-    emit changed(Property::Items);
+    notify(Property::Items);
 }
 
 void Control::addItems(const QStringList& items)
@@ -252,7 +266,7 @@ void Control::addItems(const QStringList& items)
     if (m_multiSelect)
         m_selected.resize(m_items.size(), false);
     m_lastItemsChange = {ItemsChange::Kind::Appended};
-    emit changed(Property::Items);
+    notify(Property::Items);
 }
 
 void Control::removeItem(int i)
@@ -265,7 +279,7 @@ void Control::removeItem(int i)
     if (m_multiSelect)
         m_selected.removeAt(i);
     m_lastItemsChange = {ItemsChange::Kind::Removed, i};
-    emit changed(Property::Items);
+    notify(Property::Items);
     if (m_listIndex == i)
         setListIndex(-1);
     else if (m_listIndex > i)
@@ -280,11 +294,11 @@ void Control::clear()
     m_listIndex = -1;
     if (m_kind == ControlKind::ComboBox) {
         m_text.clear();
-        emit changed(Property::Text);
+        notify(Property::Text);
     }
     m_lastItemsChange = {ItemsChange::Kind::Reset};
-    emit changed(Property::Items);
-    emit changed(Property::ListIndex);
+    notify(Property::Items);
+    notify(Property::ListIndex);
 }
 
 void Control::setListIndex(int index)
@@ -294,9 +308,9 @@ void Control::setListIndex(int index)
     m_listIndex = index;
     if (m_kind == ControlKind::ComboBox) {
         m_text = index >= 0 ? m_items.at(index) : QString();
-        emit changed(Property::Text);
+        notify(Property::Text);
     }
-    emit changed(Property::ListIndex);
+    notify(Property::ListIndex);
     fireClick();
 }
 
@@ -307,7 +321,7 @@ void Control::setItemTip(int i, const QString& tip)
     while (m_itemTips.size() <= i)
         m_itemTips.append(QString());
     m_itemTips[i] = tip;
-    emit changed(Property::Tabs);
+    notify(Property::Tabs);
 }
 
 bool Control::selected(int i) const
@@ -330,7 +344,7 @@ void Control::setSelected(int i, bool selected)
     if (m_selected.at(i) == selected)
         return;
     m_selected[i] = selected;
-    emit changed(Property::Selection);
+    notify(Property::Selection);
 }
 
 int Control::selectedCount() const
@@ -345,7 +359,7 @@ void Control::setDateTime(const QDateTime& value)
     if (value == m_dateTime)
         return;
     m_dateTime = value;
-    emit changed(Property::DateTime);
+    notify(Property::DateTime);
     fireChange();
 }
 
@@ -354,7 +368,7 @@ void Control::setPicture(const QByteArray& picture)
     if (picture == m_picture)
         return;
     m_picture = picture;
-    emit changed(Property::Picture);
+    notify(Property::Picture);
 }
 
 GridData& Control::grid()
@@ -374,7 +388,7 @@ std::vector<Control*> Control::menuItems() const
     std::vector<Control*> items;
     for (const auto& c : m_form.controls()) {
         if (c->m_parentMenu == this)
-            items.push_back(c.get());
+            items.push_back(c);
     }
     return items;
 }

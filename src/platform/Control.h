@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDateTime>
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -88,15 +87,28 @@ constexpr int White = 0xFFFFFF;
 constexpr int ButtonFace = 0xF0F0F0;
 } // namespace Colour
 
+// Told of every change of a control's state: the desktop's binding of the control's widget.
+class ControlWatcher
+{
+public:
+    virtual void controlChanged(Property property) = 0;
+    // The control is being destroyed; the watcher must not reach it again.
+    virtual void controlGone() = 0;
+
+protected:
+    virtual ~ControlWatcher() = default;
+};
+
 // One control of a form: the state a screen can observe or set, and the events it answers.
 // One class serves every kind; a kind simply leaves the properties it has no use for alone.
-class Control : public QObject
+// A screen of hundreds builds all of them on every opening, so a control is a plain object: its
+// changes go to the watchers it has, without the bookkeeping of an object with signals.
+class Control
 {
-    Q_OBJECT
-
 public:
     Control(Form& form, ControlKind kind, QString name, int index = -1);
-    ~Control() override;
+    ~Control();
+    Q_DISABLE_COPY_MOVE(Control)
 
     Form& form() const { return m_form; }
     ControlKind kind() const { return m_kind; }
@@ -227,8 +239,16 @@ public:
     std::vector<Control*> menuItems() const;
     bool separator() const { return m_caption == QLatin1String("-"); }
 
-    // Announces a change of a grid's cells; GridData calls it.
-    void notify(Property property) { emit changed(property); }
+    // Announces a change; GridData calls it for a change of the grid's cells.
+    void notify(Property property)
+    {
+        // By index: a watcher may be added while the others are told.
+        for (size_t i = 0; i < m_watchers.size(); ++i)
+            m_watchers[i]->controlChanged(property);
+    }
+    // Watchers are told of each change from now on, until they stop or the control goes.
+    void addWatcher(ControlWatcher& watcher);
+    void removeWatcher(ControlWatcher& watcher);
 
     // Events the screens answer. Unset handlers do nothing.
     std::function<void()> onClick;
@@ -250,9 +270,6 @@ public:
     // Firing helpers, so that a missing handler is no concern of the caller.
     void fireClick();
     void fireChange();
-
-signals:
-    void changed(marlet::Property property);
 
 private:
     void clearOtherOptions();
@@ -297,6 +314,7 @@ private:
     QString m_customFormat;
     QByteArray m_picture;
     std::unique_ptr<GridData> m_grid;
+    std::vector<ControlWatcher*> m_watchers;
 };
 
 } // namespace marlet

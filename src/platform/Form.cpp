@@ -2,6 +2,11 @@
 
 #include "platform/Platform.h"
 
+#include <cstddef>
+#include <mutex>
+#include <new>
+#include <utility>
+
 namespace marlet {
 
 namespace {
@@ -35,7 +40,72 @@ Form::Form(Platform& platform, QString name)
 {
 }
 
-Form::~Form() = default;
+struct Form::ControlBlock
+{
+    static constexpr size_t Capacity = 32;
+    alignas(Control) std::byte storage[Capacity * sizeof(Control)];
+};
+
+Form::~Form()
+{
+    m_index.clear();
+    destroyControls();
+}
+
+namespace {
+
+// As many blocks as the largest screen takes.
+constexpr size_t KeptSpareBlocks = 16;
+
+// The blocks of closed forms, waiting for the next form. A screen of hundreds of controls is built
+// on every opening: blocks freed when it closes went back to the system, and the next opening got
+// them again page by page, each page faulted in and cleared.
+template<typename Block>
+struct SpareBlocks
+{
+    std::mutex mutex;
+    std::vector<std::unique_ptr<Block>> blocks;
+
+    // Never destroyed: a form may close after the program's statics have gone.
+    static SpareBlocks& instance()
+    {
+        static auto* spare = new SpareBlocks;
+        return *spare;
+    }
+};
+
+} // namespace
+
+void Form::keepSpareBlocks(BlockList& blocks)
+{
+    auto& spare = SpareBlocks<ControlBlock>::instance();
+    const std::lock_guard lock(spare.mutex);
+    for (std::unique_ptr<ControlBlock>& block : blocks) {
+        if (spare.blocks.size() < KeptSpareBlocks)
+            spare.blocks.push_back(std::move(block));
+    }
+    blocks.clear();
+}
+
+std::unique_ptr<Form::ControlBlock> Form::takeBlock()
+{
+    auto& spare = SpareBlocks<ControlBlock>::instance();
+    const std::lock_guard lock(spare.mutex);
+    if (spare.blocks.empty())
+        return std::make_unique_for_overwrite<ControlBlock>();
+    std::unique_ptr<ControlBlock> block = std::move(spare.blocks.back());
+    spare.blocks.pop_back();
+    return block;
+}
+
+void Form::destroyControls()
+{
+    for (Control* control : m_controls)
+        control->~Control();
+    m_controls.clear();
+    keepSpareBlocks(m_blocks);
+    m_usedInBlock = 0;
+}
 
 void Form::setCaption(const QString& caption)
 {
@@ -52,33 +122,19 @@ void Form::setSize(int width, int height)
     emit captionChanged();
 }
 
-namespace {
-
-// A control name as it compares without regard to case. Names are ASCII as a rule, and folding
-// those needs no general case tables.
-QString foldedName(const QString& name)
-{
-    QString folded(name.size(), Qt::Uninitialized);
-    char16_t* out = reinterpret_cast<char16_t*>(folded.data());
-    for (const QChar c : name) {
-        const char16_t code = c.unicode();
-        if (code >= 0x80)
-            return name.toCaseFolded();
-        *out++ = code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
-    }
-    return folded;
-}
-
-} // namespace
-
 Control& Form::add(ControlKind kind, const QString& name, int index)
 {
-    std::pair<QString, int> key {foldedName(name), index};
-    if (m_byFoldedName.contains(key))
+    if (m_blocks.empty() || m_usedInBlock == ControlBlock::Capacity) {
+        m_blocks.push_back(takeBlock());
+        m_usedInBlock = 0;
+    }
+    std::byte* place = m_blocks.back()->storage + m_usedInBlock * sizeof(Control);
+    Control* control = new (place) Control(*this, kind, name, index);
+    ++m_usedInBlock;
+    m_controls.push_back(control);
+    if (!m_index.insert(*control))
         qFatal("Form %s has two controls %s(%d)", qPrintable(m_name), qPrintable(name), index);
-    m_controls.push_back(std::make_unique<Control>(*this, kind, name, index));
-    m_byFoldedName.insert(std::move(key), m_controls.back().get());
-    return *m_controls.back();
+    return *control;
 }
 
 Control& Form::addLabelled(ControlKind kind, const QString& name, const QString& caption, int index)
@@ -101,12 +157,7 @@ Control& Form::addToFrame(Control& frame, ControlKind kind, const QString& name,
 
 Control* Form::control(const QString& name, int index) const
 {
-    if (Control* found = m_found.value({name, index}))
-        return found;
-    Control* found = m_byFoldedName.value({foldedName(name), index});
-    if (found)
-        m_found.insert({name, index}, found);
-    return found;
+    return m_index.find(name, index);
 }
 
 Control* Form::find(const QString& key) const
@@ -119,7 +170,7 @@ Control* Form::find(const QString& key) const
         if (c->label().isEmpty())
             continue;
         if (c->label() == key || withoutAccelerator(c->label()).compare(plain, Qt::CaseInsensitive) == 0)
-            return c.get();
+            return c;
     }
     return nullptr;
 }
@@ -142,7 +193,7 @@ std::vector<Control*> Form::controlsIn(const Control* container) const
     std::vector<Control*> found;
     for (const auto& c : m_controls) {
         if (c->container() == container)
-            found.push_back(c.get());
+            found.push_back(c);
     }
     return found;
 }
@@ -169,11 +220,11 @@ Control* Form::nextInTabOrder(const Control* from) const
     const auto count = m_controls.size();
     size_t start = 0;
     for (size_t i = 0; i < count; ++i) {
-        if (m_controls[i].get() == from)
+        if (m_controls[i] == from)
             start = i + 1;
     }
     for (size_t step = 0; step < count; ++step) {
-        Control* c = m_controls[(start + step) % count].get();
+        Control* c = m_controls[(start + step) % count];
         if (c != from && focusable(*c))
             return c;
     }
@@ -185,9 +236,8 @@ void Form::load()
     if (m_loaded)
         return;
     m_focused = nullptr;
-    m_found.clear();
-    m_byFoldedName.clear();
-    m_controls.clear();
+    m_index.clear();
+    destroyControls();
     onLoad = nullptr;
     onActivate = nullptr;
     onQueryUnload = nullptr;

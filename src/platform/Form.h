@@ -1,14 +1,13 @@
 #pragma once
 
 #include "platform/Control.h"
+#include "platform/ControlIndex.h"
 
-#include <QHash>
 #include <QObject>
 #include <QString>
 
 #include <functional>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace marlet {
@@ -54,7 +53,8 @@ public:
     // The control by name; a screen asks only for controls it created, so a miss is a defect.
     Control& operator[](const QString& name) const;
     Control& at(const QString& name, int index) const;
-    const std::vector<std::unique_ptr<Control>>& controls() const { return m_controls; }
+    // In creation order.
+    const std::vector<Control*>& controls() const { return m_controls; }
     std::vector<Control*> controlsIn(const Control* container) const;
 
     // Focus. Moving it fires lost-focus on the old control and got-focus on the new one.
@@ -95,19 +95,27 @@ protected:
     virtual void build() {}
 
 private:
+    struct ControlBlock;
+    using BlockList = std::vector<std::unique_ptr<ControlBlock>>;
+    void destroyControls();
+    // Blocks that forms gave back, kept for the next form; and taking one.
+    static void keepSpareBlocks(BlockList& blocks);
+    static std::unique_ptr<ControlBlock> takeBlock();
+
     Platform& m_platform;
     QString m_name;
     QString m_caption;
     int m_width = 0;
     int m_height = 0;
-    std::vector<std::unique_ptr<Control>> m_controls;
-    // Controls found by name and index, by the spelling asked for: long operations ask for the same
-    // few controls once a row, and a search without regard to case through every control of a
-    // large screen costs more than the row's own work. Emptied when the controls are built anew.
-    mutable QHash<std::pair<QString, int>, Control*> m_found;
-    // Every control by its case-folded name and index, so that adding a control to a screen of
-    // hundreds need not compare its name with each one there already.
-    QHash<std::pair<QString, int>, Control*> m_byFoldedName;
+    // The controls live in blocks of a few dozen: a screen of hundreds builds all of them on each
+    // opening, and an allocation for each, freed one by one, cost as much as building them.
+    BlockList m_blocks;
+    size_t m_usedInBlock = 0;
+    std::vector<Control*> m_controls;
+    // Every control by name and index without regard to case, so that adding a control to a screen
+    // of hundreds need not compare its name with each one there already, and a long operation that
+    // asks for the same few controls once a row need not search them all.
+    ControlIndex m_index;
     Control* m_focused = nullptr;
     bool m_loaded = false;
 };

@@ -182,7 +182,7 @@ bool TerminalPlatform::driveOnce(Form& form)
     std::vector<Control*> buttons;
     for (const auto& control : form.controls()) {
         if (control->kind() == ControlKind::CommandButton && control->canFocus())
-            buttons.push_back(control.get());
+            buttons.push_back(control);
     }
     if (!form.isLoaded())
         return true;

@@ -16,22 +16,24 @@ namespace {
 struct TabInfo
 {
     int flag;
-    const char* caption;
-    const char* tip;
+    QString caption;
+    QString tip;
 };
 
 // The tabs in their order. Their flags were settled before the order was, hence the jumps.
-constexpr TabInfo Tabs[] = {
-    {0, "General", "General Settings ..."},
-    {1, "User Account", "Create, Delete Modify User Accounts and priviledges .."},
-    {5, "Client Option", "Client Setup, Program Restriction ...."},
-    {2, "Ticket Setting", "Ticket Settings ..."},
-    {4, "Automated Action", "Shutdown time, Ping Status ..."},
-    {3, "Maintenance", "Cleanup, Backup, Restore ..."},
-    {6, "Print Monitor", "Print Billing settings"},
-    {7, "Quick-Ticket", "Create Frequently generated ticket(s) Groups .."},
-    {8, "Include/Exclude", "Include/Exclude some clients from the effect of some restrictions"},
-    {9, "POS", "Point on Sale (POS) Settings"},
+const TabInfo Tabs[] = {
+    {0, QStringLiteral("General"), QStringLiteral("General Settings ...")},
+    {1, QStringLiteral("User Account"), QStringLiteral("Create, Delete Modify User Accounts and priviledges ..")},
+    {5, QStringLiteral("Client Option"), QStringLiteral("Client Setup, Program Restriction ....")},
+    {2, QStringLiteral("Ticket Setting"), QStringLiteral("Ticket Settings ...")},
+    {4, QStringLiteral("Automated Action"), QStringLiteral("Shutdown time, Ping Status ...")},
+    {3, QStringLiteral("Maintenance"), QStringLiteral("Cleanup, Backup, Restore ...")},
+    {6, QStringLiteral("Print Monitor"), QStringLiteral("Print Billing settings")},
+    {7, QStringLiteral("Quick-Ticket"), QStringLiteral("Create Frequently generated ticket(s) Groups ..")},
+    {8,
+        QStringLiteral("Include/Exclude"),
+        QStringLiteral("Include/Exclude some clients from the effect of some restrictions")},
+    {9, QStringLiteral("POS"), QStringLiteral("Point on Sale (POS) Settings")},
 };
 // The User Account tab, which the host may have left out.
 constexpr int AccountPosition = 2;
@@ -77,10 +79,11 @@ bool Options::tabLoaded(int flag) const
 void Options::trackChanges(Control& field, int flag)
 {
     const auto chain = [this, flag](std::function<void()>& handler) {
-        handler = [this, flag, rule = std::move(handler)] {
-            if (rule)
-                rule();
-            if (tabLoaded(flag))
+        const TrackedField& tracked = m_tracked.emplace_back(TrackedField {std::move(handler), flag});
+        handler = [this, &tracked] {
+            if (tracked.rule)
+                tracked.rule();
+            if (tabLoaded(tracked.flag))
                 setApplyEnabled(true);
         };
     };
@@ -125,6 +128,7 @@ void Options::build()
     setCaption(QStringLiteral("Options"));
     setSize(9600, 7200);
     m_tabLoaded = {};
+    m_tracked.clear();
     buildTabs();
     buildButtons();
     buildSettingsField();
@@ -137,8 +141,8 @@ void Options::buildTabs()
     Control& tabs = add(ControlKind::TabStrip, options::TabStrip1);
     m_tabFlags.clear();
     for (const TabInfo& tab : Tabs) {
-        tabs.addItem(QLatin1String(tab.caption));
-        tabs.setItemTip(tabs.listCount() - 1, QLatin1String(tab.tip));
+        tabs.addItem(tab.caption);
+        tabs.setItemTip(tabs.listCount() - 1, tab.tip);
         m_tabFlags.push_back(tab.flag);
     }
     tabs.onClick = [this] { switchTab(); };
@@ -208,7 +212,7 @@ void Options::open()
 void Options::reloadPages()
 {
     m_tabLoaded = {};
-    for (const std::unique_ptr<Control>& control : controls()) {
+    for (Control* control : controls()) {
         if (control->kind() == ControlKind::ListBox || control->kind() == ControlKind::ComboBox)
             control->clear();
     }

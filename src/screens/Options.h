@@ -4,6 +4,8 @@
 #include "screens/OptionsTab.h"
 
 #include <array>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -74,6 +76,15 @@ private:
     std::vector<int> m_tabFlags;
     std::array<std::unique_ptr<OptionsTab>, SmsFlag + 1> m_pages;
     std::array<Control*, SmsFlag + 1> m_panels {};
+    // Each tracked field's own rule and the flag of its page. The field's handler refers to its
+    // entry, which stays where it is while the controls live: a handler of two pointers needs no
+    // allocation of its own, and the screen tracks some ninety fields on every opening.
+    struct TrackedField
+    {
+        std::function<void()> rule;
+        int flag;
+    };
+    std::deque<TrackedField> m_tracked;
 };
 
 } // namespace marlet

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <vector>
 
 using namespace marlet;
 
@@ -72,6 +73,17 @@ protected:
         add(ControlKind::TextBox, QStringLiteral("Text7"), 8);
         onLoad = [this] { log << QStringLiteral("Form Load"); };
     }
+};
+
+// Writes down what its control tells it.
+class RecordingWatcher : public ControlWatcher
+{
+public:
+    std::vector<Property> changes;
+    bool gone = false;
+
+    void controlChanged(Property property) override { changes.push_back(property); }
+    void controlGone() override { gone = true; }
 };
 
 } // namespace
@@ -444,10 +456,116 @@ private slots:
         m_form->load();
         Control& after = c("Text1");
         const auto& controls = m_form->controls();
-        QVERIFY(std::any_of(controls.begin(), controls.end(), [&after](const auto& owned) {
-            return owned.get() == &after;
-        }));
+        QVERIFY(
+            std::any_of(controls.begin(), controls.end(), [&after](const Control* owned) { return owned == &after; }));
         QCOMPARE(&c("TEXT1"), &after);
+    }
+
+    void testWatchersAreToldOfEachChangeUntilTheyStop()
+    {
+        RecordingWatcher first;
+        RecordingWatcher second;
+        Control& text = c("Text1");
+        text.addWatcher(first);
+        text.addWatcher(second);
+        text.setText(QStringLiteral("abc"));
+        text.setText(QStringLiteral("abc"));
+        text.setEnabled(false);
+        text.removeWatcher(first);
+        text.setCaption(QStringLiteral("Name"));
+        QCOMPARE(first.changes, (std::vector<Property> {Property::Text, Property::Enabled}));
+        QCOMPARE(second.changes, (std::vector<Property> {Property::Text, Property::Enabled, Property::Caption}));
+        text.removeWatcher(second);
+    }
+
+    void testAnOptionClearedByAnotherTellsItsWatcher()
+    {
+        RecordingWatcher watcher;
+        c("Option1").addWatcher(watcher);
+        Operator::click(c("Option1"));
+        Operator::click(c("Option2"));
+        QCOMPARE(c("Option1").value(), 0);
+        QCOMPARE(watcher.changes, (std::vector<Property> {Property::Value, Property::Value}));
+        c("Option1").removeWatcher(watcher);
+    }
+
+    void testWatchersLearnWhenTheControlsAreBuiltAnew()
+    {
+        RecordingWatcher watcher;
+        c("Text1").addWatcher(watcher);
+        QVERIFY(m_form->unload());
+        QVERIFY(!watcher.gone);
+        m_form->load();
+        QVERIFY(watcher.gone);
+        c("Text1").setText(QStringLiteral("new"));
+        QVERIFY(watcher.changes.empty());
+    }
+
+    void testAFormOfManyControlsKeepsThemAllInCreationOrder()
+    {
+        // More than one block of controls, built twice.
+        class LargeForm : public Form
+        {
+        public:
+            using Form::Form;
+
+        protected:
+            void build() override
+            {
+                for (int i = 0; i < 100; ++i)
+                    add(ControlKind::TextBox, QStringLiteral("Text"), i).setText(QString::number(i));
+            }
+        };
+        LargeForm form(m_platform, QStringLiteral("Large"));
+        RecordingWatcher watcher;
+        for (int round = 0; round < 2; ++round) {
+            form.load();
+            QCOMPARE(form.controls().size(), size_t(100));
+            for (int i = 0; i < 100; ++i) {
+                QCOMPARE(form.controls()[size_t(i)]->index(), i);
+                QCOMPARE(form.at(QStringLiteral("TEXT"), i).text(), QString::number(i));
+            }
+            if (round == 0) {
+                form.at(QStringLiteral("Text"), 99).addWatcher(watcher);
+                QVERIFY(form.unload());
+            }
+        }
+        QVERIFY(watcher.gone);
+    }
+
+    void testAFormBuiltAfterAnotherClosedStartsWithFreshControls()
+    {
+        // The second form takes the blocks the first gave back.
+        class PlainForm : public Form
+        {
+        public:
+            using Form::Form;
+
+        protected:
+            void build() override
+            {
+                for (int i = 0; i < 70; ++i)
+                    add(ControlKind::CheckBox, QStringLiteral("Check"), i);
+            }
+        };
+        {
+            PlainForm first(m_platform, QStringLiteral("First"));
+            first.load();
+            for (Control* control : first.controls()) {
+                control->setValue(CheckState::Checked);
+                control->setText(QStringLiteral("old"));
+                control->setEnabled(false);
+            }
+        }
+        PlainForm second(m_platform, QStringLiteral("Second"));
+        second.load();
+        QCOMPARE(second.controls().size(), size_t(70));
+        for (const Control* control : second.controls()) {
+            QCOMPARE(control->value(), CheckState::Unchecked);
+            QCOMPARE(control->text(), QString());
+            QVERIFY(control->enabled());
+            QCOMPARE(&control->form(), &second);
+        }
     }
 
     void testControlsAreFoundByNameIndexOrLabel_data()
