@@ -121,14 +121,23 @@ void RecycleBin::setBarMaximum(long maximum)
 
 void RecycleBin::setBarValue(long value)
 {
-    Control& bar = (*this)[recyclebin::ProgressBar1];
+    setBarValue(bar(), value);
+}
+
+void RecycleBin::setBarValue(Control& bar, long value)
+{
     if (value >= bar.minimum() && value <= bar.maximum())
         bar.setValue(int(value));
 }
 
+Control& RecycleBin::bar() const
+{
+    return (*this)[recyclebin::ProgressBar1];
+}
+
 int RecycleBin::barValue() const
 {
-    return (*this)[recyclebin::ProgressBar1].value();
+    return bar().value();
 }
 
 bool RecycleBin::currentEntryChosen()
@@ -164,6 +173,7 @@ void RecycleBin::loadList()
         setBarValue(0);
         setTotal(count);
         setBarMaximum(m_total);
+        Control& progress = bar();
         for (long row = 0; row < count; ++row) {
             // A Null name cannot be added to a list: that row is passed over.
             const QVariant username = bin.value(QStringLiteral("username"));
@@ -171,7 +181,7 @@ void RecycleBin::loadList()
                 tickets.addItem(username.toString());
             if (!bin.Eof())
                 bin.MoveNext();
-            setBarValue(barValue() + 1);
+            setBarValue(progress, progress.value() + 1);
             platform().yield();
         }
     }
@@ -400,11 +410,13 @@ void RecycleBin::emptyBin()
     utilities.setEnabled(false);
     m_stopRequested = false;
     setBarValue(0);
-    setBarMaximum(list().listCount());
-    const int entries = list().listCount();
-    for (int i = 0; i < entries; ++i) {
-        setBarValue(barValue() + 1);
-        list().removeItem(0);
+    Control& entries = list();
+    Control& progress = bar();
+    setBarMaximum(entries.listCount());
+    const int count = entries.listCount();
+    for (int i = 0; i < count; ++i) {
+        setBarValue(progress, progress.value() + 1);
+        entries.removeItem(0);
         platform().yield();
         if (m_stopRequested)
             break;

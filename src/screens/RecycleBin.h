@@ -57,6 +57,9 @@ private:
     // The bar refuses a maximum not above its minimum and a value outside its range.
     void setBarMaximum(long maximum);
     void setBarValue(long value);
+    // A value outside the bar's range leaves it as it is.
+    static void setBarValue(Control& bar, long value);
+    Control& bar() const;
     int barValue() const;
 
     Control& list() const;
