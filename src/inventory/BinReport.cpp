@@ -18,6 +18,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace marlet {
 
@@ -233,12 +234,12 @@ public:
 
     // Starts a line with its caption; the lines are joined as they come, each after the one before
     // by CR LF.
-    template<std::size_t Size>
-    ReportLines& line(const char (&caption)[Size])
+    ReportLines& line(std::string_view caption)
     {
         if (m_lineCount++ > 0)
             add("\r\n");
-        return add(caption);
+        m_text.append(caption.data(), qsizetype(caption.size()));
+        return *this;
     }
     template<std::size_t Size>
     ReportLines& add(const char (&literal)[Size])
@@ -442,15 +443,26 @@ void addGroupAndNumber(ReportLines& r)
     r.text(Field::TicketGrp).add(" - ").text(Field::TicketNo);
 }
 
-// The facts from "Username: " to "Computer Used: ", as the ticket information screen lines them
-// up: one tab after each caption.
-void addUsage(ReportLines& r)
+// The captions of the usage facts that the reports write differently: the ticket information
+// screen puts one tab after each and calls the amount the cost price; the recycle bin puts two
+// tabs after three of them.
+struct UsageCaptions
 {
-    r.line("Username: \t").text(Field::Username);
-    r.line("Time Left: \t").minutes(Field::Time);
+    std::string_view username;
+    std::string_view timeLeft;
+    std::string_view amount;
+};
+constexpr UsageCaptions TicketInformation {"Username: \t", "Time Left: \t", "Cost Price: \t"};
+constexpr UsageCaptions RecycleBinList {"Username: \t\t", "Time Left: \t\t", "Amount: \t\t"};
+
+// The facts from "Username: " to "Computer Used: ".
+void addUsage(ReportLines& r, const UsageCaptions& captions)
+{
+    r.line(captions.username).text(Field::Username);
+    r.line(captions.timeLeft).minutes(Field::Time);
     r.line("Time Used: \t").text(Field::TotalTimeUsed).add("min(s)");
     r.line("Original Time: \t").minutes(Field::OrgTime);
-    r.line("Cost Price: \t").text(Field::Amount);
+    r.line(captions.amount).text(Field::Amount);
     addLastTimeUsed(r.line("Last Time Used: \t"));
     addLastDateUsed(r.line("Last Date Used: \t"));
     r.line("Date Created: \t").date(Field::DateCreated);
@@ -496,7 +508,7 @@ void addPos(ReportLines& r, const PosSellerLookup& posSeller)
 QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
     addGroupAndNumber(r.line("TicketGrp/No: \t"));
-    addUsage(r);
+    addUsage(r, TicketInformation);
     r.line("# of LogIn(s): \t").text(Field::NoLogIn);
     r.line("# of Print(s): \t").text(Field::Print).add(" page(s)");
     r.line("Ticket Added: \t").text(Field::AccountAdded);
@@ -513,7 +525,7 @@ QString ticketReport(ReportLines& r, const BinReportOptions& options, const PosS
 QString ticketInBinReport(ReportLines& r, const BinReportOptions& options, const PosSellerLookup& posSeller)
 {
     addGroupAndNumber(r.line("TicketGrp&No: \t"));
-    addUsage(r);
+    addUsage(r, TicketInformation);
     r.line("# of LogIn(s): \t").text(Field::NoLogIn).add(" page(s)");
     r.line("# of Print(s): \t").text(Field::Print);
     r.line("Ticket Added: \t").text(Field::AccountAdded);
@@ -559,16 +571,7 @@ QString binReport(
     } else {
         addGroupAndNumber(r.line("TicketGrp&No: \t"));
     }
-    r.line("Username: \t\t").text(Field::Username);
-    r.line("Time Left: \t\t").minutes(Field::Time);
-    r.line("Time Used: \t").text(Field::TotalTimeUsed).add("min(s)");
-    r.line("Original Time: \t").minutes(Field::OrgTime);
-    r.line("Amount: \t\t").text(Field::Amount);
-    addLastTimeUsed(r.line("Last Time Used: \t"));
-    addLastDateUsed(r.line("Last Date Used: \t"));
-    r.line("Date Created: \t").date(Field::DateCreated);
-    addExpiry(r.line("Expire Date: \t"));
-    r.line("Computer Used: \t").text(Field::ComputerUsed);
+    addUsage(r, RecycleBinList);
     r.line("Ticket Added: \t").text(Field::AccountAdded);
     r.line("# of Acct(s) Added: \t").text(Field::NoAdded);
     addKindAndQuota(r, options);
