@@ -188,6 +188,8 @@ class ReportText
 public:
     void append(const char* bytes, qsizetype size)
     {
+        if (size == 0)
+            return;
         if (m_spill.empty() && m_size + size <= Room) {
             std::memcpy(m_room + m_size, bytes, std::size_t(size));
             m_size += size;

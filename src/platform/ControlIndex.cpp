@@ -73,9 +73,10 @@ size_t ControlIndex::hashName(QStringView name, int index)
 bool ControlIndex::sameName(QStringView a, QStringView b)
 {
     // Screens nearly always ask for a control in the spelling it was made with.
-    if (a.size() == b.size() && std::memcmp(a.utf16(), b.utf16(), std::size_t(a.size()) * sizeof(char16_t)) == 0)
-        return true;
     if (a.size() == b.size()) {
+        // An empty view may carry no data at all, and memcmp must not see it.
+        if (a.isEmpty() || std::memcmp(a.utf16(), b.utf16(), std::size_t(a.size()) * sizeof(char16_t)) == 0)
+            return true;
         qsizetype i = 0;
         for (; i < a.size(); ++i) {
             const char16_t x = a[i].unicode();

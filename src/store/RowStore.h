@@ -91,7 +91,8 @@ private:
         char* at = room(1 + sizeof(length) + size);
         *at = tag;
         std::memcpy(at + 1, &length, sizeof(length));
-        std::memcpy(at + 1 + sizeof(length), bytes, size);
+        if (size > 0) // an empty blob may come without data
+            std::memcpy(at + 1 + sizeof(length), bytes, size);
     }
 
     int m_columnCount = 0;
@@ -123,7 +124,8 @@ inline void RowStore::addText(const char* utf8, std::size_t size)
     char* at = room(2 + size);
     at[0] = ShortTextTag;
     at[1] = char(std::uint8_t(size));
-    std::memcpy(at + 2, utf8, size);
+    if (size > 0)
+        std::memcpy(at + 2, utf8, size);
 }
 
 } // namespace marlet
