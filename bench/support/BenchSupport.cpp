@@ -119,10 +119,12 @@ Timing timed(const std::function<void()>& work)
     return {wall, cpu};
 }
 
-Timing fastestOf(int runs, const std::function<void()>& work)
+Timing fastestOf(int runs, const std::function<void()>& work, const std::function<void()>& prepare)
 {
     Timing best {1e300, 0};
     for (int i = 0; i < runs; ++i) {
+        if (prepare)
+            prepare();
         const Timing run = timed(work);
         if (run.wall < best.wall)
             best = run;
@@ -160,18 +162,18 @@ void printHeader(const char* title, int rows)
     std::fflush(stdout);
 }
 
-void Figure::timeMarlet(const std::function<void()>& work, int runs, int per)
+void Figure::timeMarlet(const std::function<void()>& work, int runs, int per, const std::function<void()>& prepare)
 {
     resetPeak();
-    const Timing timing = fastestOf(runs, work);
+    const Timing timing = fastestOf(runs, work, prepare);
     peak = peakMegabytes();
     marlet = timing.wall / per;
     marletCpu = timing.cpu / per;
 }
 
-void Figure::timePlain(const std::function<void()>& work, int runs, int per)
+void Figure::timePlain(const std::function<void()>& work, int runs, int per, const std::function<void()>& prepare)
 {
-    const Timing timing = fastestOf(runs, work);
+    const Timing timing = fastestOf(runs, work, prepare);
     plain = timing.wall / per;
     plainCpu = timing.cpu / per;
 }

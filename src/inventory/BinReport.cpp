@@ -186,18 +186,16 @@ std::optional<double> storedNumber(const Cell& cell, ColumnType type)
 class ReportText
 {
 public:
+    // Kept small so that it is inlined: a caption's length is then known where it is appended.
     void append(const char* bytes, qsizetype size)
     {
-        if (size == 0)
-            return;
-        if (m_spill.empty() && m_size + size <= Room) {
-            std::memcpy(m_room + m_size, bytes, std::size_t(size));
+        if (m_size + size <= Room && m_spill.empty()) [[likely]] {
+            if (size > 0) // an empty piece may come without data
+                std::memcpy(m_room + m_size, bytes, std::size_t(size));
             m_size += size;
             return;
         }
-        if (m_spill.empty())
-            m_spill.assign(m_room, std::size_t(m_size));
-        m_spill.append(bytes, std::size_t(size));
+        spill(bytes, size);
     }
 
     QString toString() const
@@ -207,6 +205,13 @@ public:
     }
 
 private:
+    [[gnu::noinline]] void spill(const char* bytes, qsizetype size)
+    {
+        if (m_spill.empty())
+            m_spill.assign(m_room, std::size_t(m_size));
+        m_spill.append(bytes, std::size_t(size));
+    }
+
     static constexpr qsizetype Room = 2048;
     char m_room[Room];
     qsizetype m_size = 0;

@@ -1,6 +1,7 @@
 #include "platform/ControlIndex.h"
 
 #include "platform/Control.h"
+#include "values/Texts.h"
 
 #include <QString>
 
@@ -25,11 +26,6 @@ bool isAscii(QStringView name)
             return false;
     }
     return true;
-}
-
-constexpr char16_t foldedAscii(char16_t code)
-{
-    return code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
 }
 
 // Four code units at a time, each with its 0x20 bit set. False when a unit outside ASCII turns up
@@ -83,7 +79,7 @@ bool ControlIndex::sameName(QStringView a, QStringView b)
             const char16_t y = b[i].unicode();
             if (x >= 0x80 || y >= 0x80)
                 break;
-            if (foldedAscii(x) != foldedAscii(y))
+            if (values::lowerAscii(x) != values::lowerAscii(y))
                 return false;
         }
         if (i == a.size())

@@ -203,11 +203,12 @@ void RecycleBin::refreshList()
 
 void RecycleBin::showClickedTicket()
 {
-    const int current = list().listIndex();
+    const Control& tickets = list();
+    const int current = tickets.listIndex();
     if (current < 0)
         return;
     Recordset bin;
-    bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), list().item(current)),
+    bin.Open(byUsername(QStringLiteral("select * from RecycleBin where Username = '{}'"), tickets.item(current)),
         m_session.connection());
     if (bin.RecordCount() > 0)
         report().setText(binReport(bin, BinReportKind::ListClick, BinReportOptions::read(m_session.settings())));

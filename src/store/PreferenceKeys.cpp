@@ -1,8 +1,29 @@
 #include "store/PreferenceKeys.h"
 
 #include "values/Numbers.h"
+#include "values/Texts.h"
 
 namespace marlet {
+
+namespace {
+
+// The text is the word without regard to case, as Qt compares them; ASCII is compared here at
+// once, which is what nearly every saved switch holds.
+bool isWord(QStringView text, QLatin1StringView word)
+{
+    if (text.size() != word.size())
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= 0x80)
+            return text.compare(word, Qt::CaseInsensitive) == 0;
+        if (values::lowerAscii(c) != values::lowerAscii(char16_t(word[i].unicode())))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
 
 std::span<const PreferenceKey> preferenceCatalogue()
 {
@@ -77,11 +98,14 @@ double SessionPreferences::numberOf(const QString& text)
 
 bool SessionPreferences::truthOf(const QString& text)
 {
+    // A switch is nearly always saved as one digit.
+    if (text.size() == 1 && text.front() >= u'0' && text.front() <= u'9')
+        return text.front() != u'0';
     const QString trimmed = text.trimmed();
     // Texts equal without regard to case have the same length: most texts are told by it alone.
-    if (trimmed.size() == 4 && trimmed.compare(u"True", Qt::CaseInsensitive) == 0)
+    if (isWord(trimmed, QLatin1StringView("True")))
         return true;
-    if (trimmed.size() == 5 && trimmed.compare(u"False", Qt::CaseInsensitive) == 0)
+    if (isWord(trimmed, QLatin1StringView("False")))
         return false;
     return values::isNumeric(trimmed) && values::leadingNumber(trimmed) != 0;
 }

@@ -1,6 +1,7 @@
 #include "store/Preferences.h"
 
 #include "store/PrivateFiles.h"
+#include "values/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -90,7 +91,7 @@ void appendFolded(QString& out, QAnyStringView name)
             const char16_t code = codeOf(c);
             if (code >= 0x80)
                 return false;
-            *at++ = code >= u'A' && code <= u'Z' ? char16_t(code + 32) : code;
+            *at++ = values::lowerAscii(code);
         }
         return true;
     });

@@ -158,6 +158,8 @@ private:
     void bindString(qsizetype index, const SqlToken& token)
     {
         static const QString place = QStringLiteral("{}");
+        if (token.text == place) // the literal is one value and nothing else, as lookups by name are
+            return bindWholeString(index, token);
         qsizetype at = token.text.indexOf(place);
         if (at < 0) {
             m_binding.tokenValues.append({index, token.text});
@@ -177,9 +179,24 @@ private:
             at = token.text.indexOf(place, from);
             text += valueText + QStringView(token.text).mid(from, (at < 0 ? token.text.size() : at) - from);
         }
+        bindStringText(index, token, std::move(text), broken);
+    }
+
+    void bindWholeString(qsizetype index, const SqlToken& token)
+    {
+        QVariant value;
+        if (!takeValue(token, &value))
+            return;
+        QString text = Statement::valueText(value);
+        const bool broken = text.contains(u'\'');
+        bindStringText(index, token, std::move(text), broken);
+    }
+
+    void bindStringText(qsizetype index, const SqlToken& token, QString text, bool broken)
+    {
         if (broken)
             return fail(token.position, u"Syntax error in string in query expression '"_s + text + u"'."_s);
-        m_binding.tokenValues.append({index, text});
+        m_binding.tokenValues.append({index, std::move(text)});
     }
 
     const QList<SqlToken>& m_tokens;

@@ -11,4 +11,11 @@ int textPosition(const QString& text, const QString& sought); // 1-based positio
 int textPosition(int start, const QString& text, const QString& sought);
 QString trimBlanks(const QString& text);
 
+// A to Z as a to z, any other code unit as it is: names and switches in ASCII are compared without
+// regard to case this way before Qt's folding is asked for the rest.
+constexpr char16_t lowerAscii(char16_t code)
+{
+    return code >= u'A' && code <= u'Z' ? char16_t(code + (u'a' - u'A')) : code;
+}
+
 } // namespace marlet::values

@@ -257,6 +257,15 @@ void TestPreferenceKeys::testTruthReader_data()
     QTest::newRow("a fraction that is not zero") << u"0.5"_s << true;
     QTest::newRow("a text that is neither") << u"yes"_s << false;
     QTest::newRow("an empty text") << u""_s << false;
+    QTest::newRow("FALSE in capitals") << u"FALSE"_s << false;
+    QTest::newRow("tRUE in mixed case between spaces") << u" tRUE "_s << true;
+    QTest::newRow("a five-letter word that is not False") << u"Falsy"_s << false;
+    QTest::newRow("the digit 7") << u"7"_s << true;
+    QTest::newRow("a single letter") << u"T"_s << false;
+    QTest::newRow("a single space") << u" "_s << false;
+    QTest::newRow("an Arabic-Indic digit one") << QString(QChar(0x0661)) << false;
+    QTest::newRow("the number 0 between spaces") << u" 0 "_s << false;
+    QTest::newRow("the number 1 between spaces") << u" 1 "_s << true;
 }
 
 void TestPreferenceKeys::testTruthReader()
