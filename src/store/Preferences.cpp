@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <ctime>
+#include <mutex>
 #include <type_traits>
 
 #include <sys/stat.h>
@@ -126,6 +127,9 @@ std::atomic<std::uint64_t> savesInThisProcess {0};
 // much as a screen's whole report of a ticket, and a screen reads several keys in a row; a write
 // by another program that lands within this window reads as if it had landed just after the read.
 constexpr std::int64_t LookStaysGoodNanoseconds = 1000000;
+
+// Guards the versions of the files that this process read or wrote, which every store shares.
+std::mutex knownVersionsLock;
 
 std::int64_t monotonicNanoseconds()
 {
@@ -267,7 +271,35 @@ void Preferences::reload() const
     if (stamp == m_stamp)
         return;
     m_stamp = stamp;
+    if (takeKnownVersion())
+        return;
     load();
+    shareVersion();
+}
+
+QHash<QString, Preferences::KnownVersion>& Preferences::knownVersions()
+{
+    static QHash<QString, KnownVersion> versions;
+    return versions;
+}
+
+bool Preferences::takeKnownVersion() const
+{
+    const std::lock_guard guard(knownVersionsLock);
+    const auto& versions = knownVersions();
+    const auto known = versions.constFind(m_path);
+    if (known == versions.constEnd() || known->stamp != m_stamp)
+        return false;
+    m_entries = known->entries;
+    m_index = known->index;
+    ++m_entriesVersion;
+    return true;
+}
+
+void Preferences::shareVersion() const
+{
+    const std::lock_guard guard(knownVersionsLock);
+    knownVersions().insert(m_path, {m_stamp, m_entries, m_index});
 }
 
 void Preferences::load() const
@@ -339,6 +371,7 @@ bool Preferences::write()
         return false;
     }
     m_stamp = currentStamp();
+    shareVersion();
     savesInThisProcess.fetch_add(1, std::memory_order_release);
     return true;
 }

@@ -25,7 +25,8 @@ namespace marlet {
 // The values live in one file, preferences.ini, in a folder chosen in this order: the folder given
 // to the constructor (the host's --prefs), the environment variable MARLET_PREFS, and otherwise
 // the folder "marlet" in the user's configuration location. Reads come from memory; the file is
-// read again when it changed on disk, since other programs of the system write keys too. Whether it
+// read again when it changed on disk, since other programs of the system write keys too. A version
+// of the file that this process already read or wrote is not read again by a new store object. Whether it
 // changed is looked at no more than once a millisecond, and at once after a save in this process. Every
 // write replaces the file atomically and is synced to disk before SaveSetting returns.
 class Preferences
@@ -73,6 +74,10 @@ private:
     void refresh() const;
     void reload() const;
     void load() const;
+    // Takes the entries of the file's version in m_stamp from what this process last read or wrote
+    // of it, if that was this version; false when the file must be read.
+    bool takeKnownVersion() const;
+    void shareVersion() const;
     bool write();
     void put(const Entry& entry) const;
     // The entry's position in m_entries, -1 when there is none.
@@ -102,6 +107,17 @@ private:
     };
     mutable std::array<Found, 64> m_found;
     mutable std::uint64_t m_entriesVersion = 1; // moves when entries are read anew or added
+
+    // A version of a file as read or written in this process. Every session makes its own store,
+    // and most find the file as the last one left it.
+    struct KnownVersion
+    {
+        FileStamp stamp;
+        QList<Entry> entries;
+        QHash<QString, qsizetype> index;
+    };
+    // The last version of each file, by path.
+    static QHash<QString, KnownVersion>& knownVersions();
 };
 
 } // namespace marlet

@@ -32,6 +32,8 @@ private slots:
     void testAnotherWriterIsSeen();
     void testAnotherProgramsEditIsSeenAMillisecondLater();
     void testLastingKeysFollowEveryChange();
+    void testANewStoreFindsWhatAnotherSaved();
+    void testANewStoreReadsAFileChangedSinceTheLastRead();
     void testTwoWritersKeepEachOthersKeys();
     void testALockHeldElsewhereEndsTheWaitWithAReason();
     void testEnvironmentChoosesTheFolder();
@@ -220,6 +222,40 @@ void TestPreferences::testAnotherProgramsEditIsSeenAMillisecondLater()
         QTest::qSleep(2);
         QCOMPARE(reader.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), QString::fromLatin1(value));
     }
+}
+
+void TestPreferences::testANewStoreFindsWhatAnotherSaved()
+{
+    Preferences first(m_dir->path());
+    first.SaveSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"6"_s);
+    const Preferences second(m_dir->path());
+    QCOMPARE(second.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"6"_s);
+    // A later save reaches a store made after it, with the keys saved before.
+    first.SaveSetting(u"Norvantis"_s, u"Option"_s, u"Prefix"_s, u"NVT"_s);
+    const Preferences third(m_dir->path());
+    QCOMPARE(third.GetSetting(u"Norvantis"_s, u"Option"_s, u"Prefix"_s, QString()), u"NVT"_s);
+    QCOMPARE(third.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"6"_s);
+}
+
+// Another program rewrites the file in place, keeping its size: the new store made afterwards reads
+// the new text and not the version that this process read before.
+void TestPreferences::testANewStoreReadsAFileChangedSinceTheLastRead()
+{
+    const auto writeFile = [this](const char* value) {
+        QFile file(m_dir->filePath(u"preferences.ini"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QByteArray("[Norvantis/Option]\nTPlen=") + value + '\n');
+    };
+    writeFile("6");
+    const Preferences before(m_dir->path());
+    QCOMPARE(before.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"6"_s);
+    QTest::qSleep(20); // file times move by the kernel's tick
+    writeFile("7");
+    const Preferences after(m_dir->path());
+    QCOMPARE(after.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"7"_s);
+    QFile::remove(m_dir->filePath(u"preferences.ini"_s));
+    const Preferences afterRemoval(m_dir->path());
+    QCOMPARE(afterRemoval.GetSetting(u"Norvantis"_s, u"Option"_s, u"TPlen"_s, u"5"_s), u"5"_s);
 }
 
 // Keys whose texts last are found again by their places: the value still follows saves, keys added
