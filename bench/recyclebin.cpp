@@ -214,11 +214,14 @@ Figure changeBin(Form& screen,
 {
     Figure figure {operation};
     figure.target = Target::ratioAtMost(MostRatio);
-    figure.timeMarlet([&] { Operator::click(screen[name(button)]); }, BinRuns, 1, [&] {
-        resetBin(data.path());
-        reload(screen, platform);
-        expectMessages();
-    });
+    figure.timeMarlet([&] { Operator::click(screen[name(button)]); },
+        BinRuns,
+        1,
+        [&] {
+            resetBin(data.path());
+            reload(screen, platform);
+            expectMessages();
+        });
     expectAnswered(platform, figure.operation);
     return figure;
 }
@@ -513,29 +516,45 @@ void timePlain(std::vector<Figure>& figures,
     std::vector<std::string> reports;
     reports.reserve(Lookups);
     const auto clearReports = [&] { reports.clear(); };
-    figures[1].timePlain([&] {
-        for (int i = 0; i < Lookups; ++i)
-            reports.push_back(bin.show(names[std::size_t((i * 7) % size)], true));
-    }, LookupRuns, Lookups, clearReports);
+    figures[1].timePlain(
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                reports.push_back(bin.show(names[std::size_t((i * 7) % size)], true));
+        },
+        LookupRuns,
+        Lookups,
+        clearReports);
     expectReports(clicked, reports, figures[1].operation);
-    figures[2].timePlain([&] {
-        for (int i = 0; i < Lookups; ++i)
-            reports.push_back(bin.show(names[std::size_t((i * 13) % size)], false));
-    }, LookupRuns, Lookups, clearReports);
+    figures[2].timePlain(
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                reports.push_back(bin.show(names[std::size_t((i * 13) % size)], false));
+        },
+        LookupRuns,
+        Lookups,
+        clearReports);
     expectReports(searched, reports, figures[2].operation);
     std::vector<QByteArray> chosen;
     const auto setUp = [&] {
         resetBin(data.path());
         chosen = chosenOf(bin.load(), size);
     };
-    figures[3].timePlain([&] {
-        for (const QByteArray& entry : chosen)
-            bin.restore(entry);
-    }, BinRuns, 1, setUp);
-    figures[4].timePlain([&] {
-        for (const QByteArray& entry : chosen)
-            bin.destroy(entry);
-    }, BinRuns, 1, setUp);
+    figures[3].timePlain(
+        [&] {
+            for (const QByteArray& entry : chosen)
+                bin.restore(entry);
+        },
+        BinRuns,
+        1,
+        setUp);
+    figures[4].timePlain(
+        [&] {
+            for (const QByteArray& entry : chosen)
+                bin.destroy(entry);
+        },
+        BinRuns,
+        1,
+        setUp);
     figures[5].timePlain([&] { bin.empty(); }, BinRuns, 1, setUp);
     resetBin(data.path());
     names = bin.load();

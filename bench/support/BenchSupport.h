@@ -84,8 +84,10 @@ struct Figure
 
     // Times the work: the fastest of `runs`, each after `prepare`, divided by `per` when it repeats
     // one operation `per` times. Marlet's peak memory is taken over all of its runs.
-    void timeMarlet(const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
-    void timePlain(const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
+    void timeMarlet(
+        const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
+    void timePlain(
+        const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
 
     std::optional<double> ratio() const;
     // Marlet's processor time to the plain program's: what a busy neighbour on the machine changes

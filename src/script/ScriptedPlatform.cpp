@@ -367,8 +367,8 @@ void ScriptedPlatform::expectFileDialog(const std::optional<QString>& answer, co
 std::optional<QString> ScriptedPlatform::fileDialog(const FileDialogRequest& request)
 {
     m_fileDialogs.push_back(request);
-    std::optional<ExpectedDialog> expected
-        = takeExpected(m_expectedFiles, [&]() -> QString { return QStringLiteral("file dialog: ") + visible(request.title); });
+    std::optional<ExpectedDialog> expected = takeExpected(
+        m_expectedFiles, [&]() -> QString { return QStringLiteral("file dialog: ") + visible(request.title); });
     return expected ? expected->file : std::nullopt;
 }
 
