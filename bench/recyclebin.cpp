@@ -226,30 +226,50 @@ Figure changeBin(Form& screen,
     return figure;
 }
 
-Figure restoreSelected(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
+// Restoring or destroying the selected tenth of the bin: the screen asks, then tells it is done.
+Figure changeSelected(Form& screen,
+    ScriptedPlatform& platform,
+    const Database& data,
+    int size,
+    const QString& operation,
+    const char* button,
+    const QString& question,
+    int questionStyle,
+    const QString& done)
 {
-    Figure figure = changeBin(screen, platform, data, QStringLiteral("&Restore selected entries"), "Command1", [&] {
+    Figure figure = changeBin(screen, platform, data, operation, button, [&] {
         selectSome(screen[name("List1")], size);
-        platform.expectMessage(QStringLiteral("Restore %1 Selected Items?").arg(selectedOf(size)),
-            MsgStyle::YesNoQuestion,
-            MsgResult::Yes);
-        platform.expectMessage(QStringLiteral("Selected Item Restored Successfully!"), MsgStyle::Info);
+        platform.expectMessage(question, questionStyle, MsgResult::Yes);
+        platform.expectMessage(done, MsgStyle::Info);
     });
     figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
     return figure;
 }
 
+Figure restoreSelected(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
+{
+    return changeSelected(screen,
+        platform,
+        data,
+        size,
+        QStringLiteral("&Restore selected entries"),
+        "Command1",
+        QStringLiteral("Restore %1 Selected Items?").arg(selectedOf(size)),
+        MsgStyle::YesNoQuestion,
+        QStringLiteral("Selected Item Restored Successfully!"));
+}
+
 Figure deleteSelected(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
 {
-    Figure figure = changeBin(screen, platform, data, QStringLiteral("&Delete selected entries"), "Command2", [&] {
-        selectSome(screen[name("List1")], size);
-        platform.expectMessage(QStringLiteral("Delete %1 Selected Items Permanently? ").arg(selectedOf(size)),
-            MsgStyle::YesNoQuestionNoDefault,
-            MsgResult::Yes);
-        platform.expectMessage(QStringLiteral("Selected Items Deleted Successfully!"), MsgStyle::Info);
-    });
-    figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
-    return figure;
+    return changeSelected(screen,
+        platform,
+        data,
+        size,
+        QStringLiteral("&Delete selected entries"),
+        "Command2",
+        QStringLiteral("Delete %1 Selected Items Permanently? ").arg(selectedOf(size)),
+        MsgStyle::YesNoQuestionNoDefault,
+        QStringLiteral("Selected Items Deleted Successfully!"));
 }
 
 Figure empty(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
