@@ -126,11 +126,13 @@ public:
     {
         thread_local FieldPositions kept;
         static const FieldPositions none;
-        std::shared_ptr<const void> layout = row.fieldLayout();
+        // Told apart by address before it is held: holding costs an atomic count. The layout held
+        // stays alive, so no other layout can come at its address.
+        const void* layout = row.fieldLayoutAddress();
         if (!layout)
             return none;
-        if (layout != kept.m_layout) {
-            kept.m_layout = std::move(layout);
+        if (layout != kept.m_layout.get()) {
+            kept.m_layout = row.fieldLayout();
             for (std::size_t i = 0; i < FieldNames.size(); ++i) {
                 kept.m_positions[i] = row.fieldIndex(nameOf(Field(i)));
                 kept.m_types[i] = row.fieldType(kept.m_positions[i]);

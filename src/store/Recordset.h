@@ -88,8 +88,9 @@ public:
     std::optional<ColumnType> fieldType(int index) const;
     // What the fields are, one object for the result sets of a select whose fields are described
     // alike, alive as long as anyone holds it: a reader can keep positions it found by name
-    // against it. Null while closed.
+    // against it. Null while closed. fieldLayoutAddress() tells it apart without holding it.
     std::shared_ptr<const void> fieldLayout() const { return m_fields; }
+    const void* fieldLayoutAddress() const { return m_fields.get(); }
 
     QString lastError() const { return m_lastError; }
     // True when the last Update was refused for a value that a unique index holds already.

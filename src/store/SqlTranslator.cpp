@@ -130,26 +130,26 @@ private:
         m_binding.errorPosition = position;
     }
 
-    bool takeValue(const SqlToken& token, QVariant* value)
+    // The next value, or null when none is left.
+    const QVariant* takeValue(const SqlToken& token)
     {
         if (m_next >= m_values.size()) {
             fail(token.position,
                 u"No value given for the place at position "_s + QString::number(token.position) + u"."_s);
-            return false;
+            return nullptr;
         }
-        *value = m_values.at(m_next++);
-        return true;
+        return &m_values.at(m_next++);
     }
 
     void bindNumber(qsizetype index, const SqlToken& token)
     {
-        QVariant value;
-        if (!takeValue(token, &value))
+        const QVariant* value = takeValue(token);
+        if (!value)
             return;
-        const std::optional<QVariant> number = numericValue(value);
+        const std::optional<QVariant> number = numericValue(*value);
         if (!number)
             return fail(token.position,
-                u"Syntax error in number in query expression '"_s + Statement::valueText(value) + u"'."_s);
+                u"Syntax error in number in query expression '"_s + Statement::valueText(*value) + u"'."_s);
         m_binding.tokenValues.append({index, *number});
     }
 
@@ -170,10 +170,10 @@ private:
         text += QStringView(token.text).left(at);
         bool broken = false;
         while (at >= 0) {
-            QVariant value;
-            if (!takeValue(token, &value))
+            const QVariant* value = takeValue(token);
+            if (!value)
                 return;
-            const QString valueText = Statement::valueText(value);
+            const QString valueText = Statement::valueText(*value);
             broken = broken || valueText.contains(u'\'');
             const qsizetype from = at + place.size();
             at = token.text.indexOf(place, from);
@@ -184,10 +184,10 @@ private:
 
     void bindWholeString(qsizetype index, const SqlToken& token)
     {
-        QVariant value;
-        if (!takeValue(token, &value))
+        const QVariant* value = takeValue(token);
+        if (!value)
             return;
-        QString text = Statement::valueText(value);
+        QString text = Statement::valueText(*value);
         const bool broken = text.contains(u'\'');
         bindStringText(index, token, std::move(text), broken);
     }

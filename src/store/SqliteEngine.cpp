@@ -221,24 +221,11 @@ bool SqliteEngine::bind(sqlite3_stmt* statement, const QVariantList& values)
     // Every statement run ends with its bindings cleared, so the texts of the last one are free.
     m_boundTexts.clear();
     for (int i = 0; i < values.size(); ++i) {
-        const QVariant value = storevalue::toBindable(values.at(i));
-        int rc = SQLITE_OK;
-        if (!value.isValid() || value.isNull()) {
-            rc = sqlite3_bind_null(statement, i + 1);
-        } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
-            rc = sqlite3_bind_double(statement, i + 1, value.toDouble());
-        } else if (value.typeId() == QMetaType::QByteArray) {
-            const QByteArray bytes = value.toByteArray();
-            rc = sqlite3_bind_blob64(statement, i + 1, bytes.constData(), sqlite3_uint64(bytes.size()), copyOnBind);
-        } else if (value.typeId() == QMetaType::QString || !value.canConvert<qint64>()) {
-            // Bound as UTF-8, the database's own encoding, and held until the next bind: SQLite
-            // neither copies nor converts it.
-            const QByteArray& text = m_boundTexts.emplace_back(value.toString().toUtf8());
-            rc = sqlite3_bind_text64(
-                statement, i + 1, text.constData(), sqlite3_uint64(text.size()), keepOnBind, SQLITE_UTF8);
-        } else {
-            rc = sqlite3_bind_int64(statement, i + 1, value.toLongLong());
-        }
+        const QVariant& given = values.at(i);
+        // A text, as nearly every bound value is, is bound from the list without a copy of it.
+        const int rc = given.typeId() == QMetaType::QString
+            ? bindText(statement, i + 1, *static_cast<const QString*>(given.constData()))
+            : bindValue(statement, i + 1, storevalue::toBindable(given));
         if (rc != SQLITE_OK) {
             fail();
             sqlite3_clear_bindings(statement);
@@ -246,6 +233,29 @@ bool SqliteEngine::bind(sqlite3_stmt* statement, const QVariantList& values)
         }
     }
     return true;
+}
+
+int SqliteEngine::bindValue(sqlite3_stmt* statement, int place, const QVariant& value)
+{
+    if (!value.isValid() || value.isNull())
+        return sqlite3_bind_null(statement, place);
+    if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float)
+        return sqlite3_bind_double(statement, place, value.toDouble());
+    if (value.typeId() == QMetaType::QByteArray) {
+        const QByteArray bytes = value.toByteArray();
+        return sqlite3_bind_blob64(statement, place, bytes.constData(), sqlite3_uint64(bytes.size()), copyOnBind);
+    }
+    if (value.typeId() == QMetaType::QString || !value.canConvert<qint64>())
+        return bindText(statement, place, value.toString());
+    return sqlite3_bind_int64(statement, place, value.toLongLong());
+}
+
+int SqliteEngine::bindText(sqlite3_stmt* statement, int place, const QString& text)
+{
+    // Bound as UTF-8, the database's own encoding, and held until the next bind: SQLite neither
+    // copies nor converts it.
+    const QByteArray& utf8 = m_boundTexts.emplace_back(text.toUtf8());
+    return sqlite3_bind_text64(statement, place, utf8.constData(), sqlite3_uint64(utf8.size()), keepOnBind, SQLITE_UTF8);
 }
 
 bool SqliteEngine::execute(const QString& sql, const QVariantList& values, long* changes)

@@ -51,6 +51,8 @@ private:
     sqlite3_stmt* prepare(const QString& sql, const QVariantList& values);
     const QList<ResultColumn>& describedColumns(sqlite3_stmt* statement);
     bool bind(sqlite3_stmt* statement, const QVariantList& values);
+    int bindValue(sqlite3_stmt* statement, int place, const QVariant& value); // as toBindable gives it
+    int bindText(sqlite3_stmt* statement, int place, const QString& text);
     bool fail();
     bool fail(const QString& message);
 
