@@ -259,7 +259,7 @@ RecycleBin::RestoreOutcome RecycleBin::restoreEntry(int index, Recordset& bin, R
     }
     // By position: the bin's first columns are Account's, its own two come after them.
     for (int column = 0; column < account.fieldCount(); ++column)
-        account.setValue(column, bin.value(column));
+        account.copyValue(column, bin, column);
     account.Update();
     deleteFromBin(entry);
     list().removeItem(index);
