@@ -1,8 +1,9 @@
 // The recycle bin screen with 10,000 deleted tickets in the bin, against a plain SQLite program
 // doing the same statements: loading the list, a click on an entry and a search (each showing one
-// bin row, the fastest of three runs of 1,000), restoring and destroying 1,000 selected entries and
-// emptying the bin (each the fastest of five runs on the whole bin), and "Restore All". The bin's
-// tickets are taken out of a ticket table of N rows, as deleting them would.
+// bin row; the fastest of five runs of 1,000), restoring and destroying 1,000 selected entries and
+// emptying the bin (the fastest of five runs, each on the whole bin), and "Restore All". The reports
+// and the changes run the screen's and the plain program's work in turns. The bin's tickets are
+// taken out of a ticket table of N rows, as deleting them would.
 //
 //   bench_recyclebin [--rows N]   N tickets stored, 100,000 unless given; the bin holds 10,000 of
 //                                 them, or half of N when N is smaller
@@ -33,7 +34,7 @@ namespace {
 constexpr int MostSelected = 1000;
 constexpr int Lookups = 1000;
 // Runs of the 1,000 reports and of each change to many entries; the fastest counts.
-constexpr int LookupRuns = 3;
+constexpr int LookupRuns = 5;
 constexpr int BinRuns = 5;
 // Bulk work may take at most three times the plain program's time; showing one bin row, a lookup
 // by user name, stays under the lookup bound of the ticket store.
@@ -128,57 +129,6 @@ Figure refresh(Form& screen, ScriptedPlatform& platform, int size)
     return figure;
 }
 
-Figure clickEntries(Form& screen, std::vector<QString>& reports)
-{
-    Control& list = screen[name("List1")];
-    const Control& report = screen[name("Text1")];
-    Figure figure {QStringLiteral("click on an entry, its report")};
-    figure.target = Target::below(LookupMilliseconds);
-    reports.reserve(Lookups);
-    figure.timeMarlet(
-        [&] {
-            for (int i = 0; i < Lookups; ++i) {
-                Operator::pick(list, (i * 7) % list.listCount());
-                reports.push_back(report.text());
-            }
-        },
-        LookupRuns,
-        Lookups,
-        [&] { reports.clear(); });
-    if (!screen[name("Text1")].text().startsWith(QStringLiteral("Date/Time Deleted: \t15/03/24/09:00")))
-        fail(QStringLiteral("the report reads \"%1\"").arg(screen[name("Text1")].text()));
-    figure.note = QStringLiteral("average of %1").arg(Lookups);
-    return figure;
-}
-
-Figure search(Form& screen, ScriptedPlatform& platform, int size, std::vector<QString>& reports)
-{
-    Control& button = screen[name("Command4")];
-    const Control& report = screen[name("Text1")];
-    Figure figure {QStringLiteral("&Search, its report")};
-    figure.target = Target::below(LookupMilliseconds);
-    reports.reserve(Lookups);
-    figure.timeMarlet(
-        [&] {
-            for (int i = 0; i < Lookups; ++i) {
-                Operator::click(button);
-                reports.push_back(report.text());
-            }
-        },
-        LookupRuns,
-        Lookups,
-        [&] {
-            reports.clear();
-            for (int i = 0; i < Lookups; ++i)
-                platform.expectInput(ticketName((i * 13) % size));
-        });
-    expectAnswered(platform, figure.operation);
-    if (!screen[name("Text1")].text().startsWith(QStringLiteral("TicketGrp&No: \t")))
-        fail(QStringLiteral("the search report reads \"%1\"").arg(screen[name("Text1")].text()));
-    figure.note = QStringLiteral("average of %1").arg(Lookups);
-    return figure;
-}
-
 // How many entries are restored and then destroyed: a tenth of the bin, 1,000 at most.
 int selectedOf(int size)
 {
@@ -201,85 +151,6 @@ void selectSome(Control& list, int size)
         list.setSelected(i, false);
     for (int position : spread(list.listCount(), selectedOf(size)))
         list.setSelected(position, true);
-}
-
-// A change to many entries, timed as the fastest of several runs, each on the whole bin set up anew
-// and listed again; a single run of a few milliseconds swings too much with the machine.
-Figure changeBin(Form& screen,
-    ScriptedPlatform& platform,
-    const Database& data,
-    const QString& operation,
-    const char* button,
-    const std::function<void()>& expectMessages)
-{
-    Figure figure {operation};
-    figure.target = Target::ratioAtMost(MostRatio);
-    figure.timeMarlet([&] { Operator::click(screen[name(button)]); },
-        BinRuns,
-        1,
-        [&] {
-            resetBin(data.path());
-            reload(screen, platform);
-            expectMessages();
-        });
-    expectAnswered(platform, figure.operation);
-    return figure;
-}
-
-// Restoring or destroying the selected tenth of the bin: the screen asks, then tells it is done.
-Figure changeSelected(Form& screen,
-    ScriptedPlatform& platform,
-    const Database& data,
-    int size,
-    const QString& operation,
-    const char* button,
-    const QString& question,
-    int questionStyle,
-    const QString& done)
-{
-    Figure figure = changeBin(screen, platform, data, operation, button, [&] {
-        selectSome(screen[name("List1")], size);
-        platform.expectMessage(question, questionStyle, MsgResult::Yes);
-        platform.expectMessage(done, MsgStyle::Info);
-    });
-    figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
-    return figure;
-}
-
-Figure restoreSelected(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
-{
-    return changeSelected(screen,
-        platform,
-        data,
-        size,
-        QStringLiteral("&Restore selected entries"),
-        "Command1",
-        QStringLiteral("Restore %1 Selected Items?").arg(selectedOf(size)),
-        MsgStyle::YesNoQuestion,
-        QStringLiteral("Selected Item Restored Successfully!"));
-}
-
-Figure deleteSelected(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
-{
-    return changeSelected(screen,
-        platform,
-        data,
-        size,
-        QStringLiteral("&Delete selected entries"),
-        "Command2",
-        QStringLiteral("Delete %1 Selected Items Permanently? ").arg(selectedOf(size)),
-        MsgStyle::YesNoQuestionNoDefault,
-        QStringLiteral("Selected Items Deleted Successfully!"));
-}
-
-Figure empty(Form& screen, ScriptedPlatform& platform, const Database& data, int size)
-{
-    Figure figure = changeBin(screen, platform, data, QStringLiteral("Empty Recycle &Bin"), "Command3", [&] {
-        platform.expectMessage(QStringLiteral("Empty Recycle Bin"), MsgStyle::YesNoQuestion, MsgResult::Yes);
-        platform.expectMessage(QStringLiteral("Recycle Bin Emptied!"), MsgStyle::Info);
-    });
-    figure.note = QStringLiteral("%1 entries").arg(size);
-    return figure;
 }
 
 Figure restoreAll(Form& screen, ScriptedPlatform& platform)
@@ -520,62 +391,214 @@ std::vector<QByteArray> chosenOf(const std::vector<QByteArray>& names, int size)
     return chosen;
 }
 
-void timePlain(std::vector<Figure>& figures,
-    const Database& data,
-    Connection& connection,
-    int size,
-    const std::vector<QString>& clicked,
-    const std::vector<QString>& searched)
+// ---- Marlet and the plain program in turns --------------------------------------------------
+
+// A thousand reports of bin rows, the screen's and the plain program's, timed in turns; each of the
+// plain program's reports must read as the screen's did.
+Figure reportsInTurns(const QString& operation,
+    const std::function<QString(int)>& marletReport,
+    const std::function<std::string(int)>& plainReport,
+    const std::function<void()>& prepareMarlet)
 {
-    PlainDatabase probe(data.path());
+    std::vector<QString> marlet;
+    std::vector<std::string> plain;
+    marlet.reserve(Lookups);
+    plain.reserve(Lookups);
+    Figure figure {operation};
+    figure.target = Target::below(LookupMilliseconds);
+    figure.timeInTurns(
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                marlet.push_back(marletReport(i));
+        },
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                plain.push_back(plainReport(i));
+        },
+        LookupRuns,
+        Lookups,
+        [&] {
+            marlet.clear();
+            if (prepareMarlet)
+                prepareMarlet();
+        },
+        [&] { plain.clear(); });
+    expectReports(marlet, plain, operation);
+    figure.note = QStringLiteral("average of %1").arg(Lookups);
+    return figure;
+}
+
+Figure clickEntries(Form& screen, PlainBin& bin, const std::vector<QByteArray>& names)
+{
+    Control& list = screen[name("List1")];
+    const Control& report = screen[name("Text1")];
+    const int size = int(names.size());
+    Figure figure = reportsInTurns(
+        QStringLiteral("click on an entry, its report"),
+        [&](int i) {
+            Operator::pick(list, (i * 7) % list.listCount());
+            return report.text();
+        },
+        [&](int i) { return bin.show(names[std::size_t((i * 7) % size)], true); },
+        {});
+    if (!report.text().startsWith(QStringLiteral("Date/Time Deleted: \t15/03/24/09:00")))
+        fail(QStringLiteral("the report reads \"%1\"").arg(report.text()));
+    return figure;
+}
+
+Figure search(Form& screen, ScriptedPlatform& platform, PlainBin& bin, const std::vector<QByteArray>& names)
+{
+    Control& button = screen[name("Command4")];
+    const Control& report = screen[name("Text1")];
+    const int size = int(names.size());
+    Figure figure = reportsInTurns(
+        QStringLiteral("&Search, its report"),
+        [&](int) {
+            Operator::click(button);
+            return report.text();
+        },
+        [&](int i) { return bin.show(names[std::size_t((i * 13) % size)], false); },
+        [&] {
+            for (int i = 0; i < Lookups; ++i)
+                platform.expectInput(ticketName((i * 13) % size));
+        });
+    expectAnswered(platform, figure.operation);
+    if (!report.text().startsWith(QStringLiteral("TicketGrp&No: \t")))
+        fail(QStringLiteral("the search report reads \"%1\"").arg(report.text()));
+    return figure;
+}
+
+// A change to many entries, the screen's and the plain program's in turns, the fastest of several
+// runs of each, each on the whole bin set up anew (and listed again on the screen): a single run of
+// a few milliseconds swings too much with the machine.
+Figure changeBin(Form& screen,
+    ScriptedPlatform& platform,
+    const Database& data,
+    const QString& operation,
+    const char* button,
+    const std::function<void()>& expectMessages,
+    const std::function<void()>& plainWork,
+    const std::function<void()>& preparePlain)
+{
+    Figure figure {operation};
+    figure.target = Target::ratioAtMost(MostRatio);
+    figure.timeInTurns([&] { Operator::click(screen[name(button)]); },
+        plainWork,
+        BinRuns,
+        1,
+        [&] {
+            resetBin(data.path());
+            reload(screen, platform);
+            expectMessages();
+        },
+        [&] {
+            resetBin(data.path());
+            if (preparePlain)
+                preparePlain();
+        });
+    expectAnswered(platform, figure.operation);
+    return figure;
+}
+
+// Restoring or destroying the selected tenth of the bin: the screen asks, then tells it is done;
+// the plain program does the same to the same entries.
+Figure changeSelected(Form& screen,
+    ScriptedPlatform& platform,
+    const Database& data,
+    PlainBin& bin,
+    void (PlainBin::*plainChange)(const QByteArray&),
+    const QString& operation,
+    const char* button,
+    const QString& question,
+    int questionStyle,
+    const QString& done,
+    int size)
+{
+    std::vector<QByteArray> chosen;
+    Figure figure = changeBin(
+        screen,
+        platform,
+        data,
+        operation,
+        button,
+        [&] {
+            selectSome(screen[name("List1")], size);
+            platform.expectMessage(question, questionStyle, MsgResult::Yes);
+            platform.expectMessage(done, MsgStyle::Info);
+        },
+        [&] {
+            for (const QByteArray& entry : chosen)
+                (bin.*plainChange)(entry);
+        },
+        [&] { chosen = chosenOf(bin.load(), size); });
+    figure.note = QStringLiteral("%1 entries").arg(selectedOf(size));
+    return figure;
+}
+
+Figure restoreSelected(Form& screen, ScriptedPlatform& platform, const Database& data, PlainBin& bin, int size)
+{
+    const int selected = selectedOf(size);
+    return changeSelected(screen,
+        platform,
+        data,
+        bin,
+        &PlainBin::restore,
+        QStringLiteral("&Restore selected entries"),
+        "Command1",
+        QStringLiteral("Restore %1 Selected Items?").arg(selected),
+        MsgStyle::YesNoQuestion,
+        QStringLiteral("Selected Item Restored Successfully!"),
+        size);
+}
+
+Figure deleteSelected(Form& screen, ScriptedPlatform& platform, const Database& data, PlainBin& bin, int size)
+{
+    const int selected = selectedOf(size);
+    return changeSelected(screen,
+        platform,
+        data,
+        bin,
+        &PlainBin::destroy,
+        QStringLiteral("&Delete selected entries"),
+        "Command2",
+        QStringLiteral("Delete %1 Selected Items Permanently? ").arg(selected),
+        MsgStyle::YesNoQuestionNoDefault,
+        QStringLiteral("Selected Items Deleted Successfully!"),
+        size);
+}
+
+Figure empty(Form& screen, ScriptedPlatform& platform, const Database& data, PlainBin& bin, int size)
+{
+    Figure figure = changeBin(
+        screen,
+        platform,
+        data,
+        QStringLiteral("Empty Recycle &Bin"),
+        "Command3",
+        [&] {
+            platform.expectMessage(QStringLiteral("Empty Recycle Bin"), MsgStyle::YesNoQuestion, MsgResult::Yes);
+            platform.expectMessage(QStringLiteral("Recycle Bin Emptied!"), MsgStyle::Info);
+        },
+        [&] { bin.empty(); },
+        {});
+    figure.note = QStringLiteral("%1 entries").arg(size);
+    return figure;
+}
+
+int accountColumns(const QString& path)
+{
+    PlainDatabase probe(path);
     PlainStatement columns(probe, "SELECT * FROM \"Account\" LIMIT 0");
-    PlainBin bin(data.path(), connection, sqlite3_column_count(columns.get()));
+    return sqlite3_column_count(columns.get());
+}
+
+// The plain program's work that is not timed in turns with the screen's: loading the list and
+// "Restore All".
+void timePlain(std::vector<Figure>& figures, const Database& data, PlainBin& bin)
+{
     resetBin(data.path());
     std::vector<QByteArray> names;
     figures[0].timePlain([&] { names = bin.load(); });
-    std::vector<std::string> reports;
-    reports.reserve(Lookups);
-    const auto clearReports = [&] { reports.clear(); };
-    figures[1].timePlain(
-        [&] {
-            for (int i = 0; i < Lookups; ++i)
-                reports.push_back(bin.show(names[std::size_t((i * 7) % size)], true));
-        },
-        LookupRuns,
-        Lookups,
-        clearReports);
-    expectReports(clicked, reports, figures[1].operation);
-    figures[2].timePlain(
-        [&] {
-            for (int i = 0; i < Lookups; ++i)
-                reports.push_back(bin.show(names[std::size_t((i * 13) % size)], false));
-        },
-        LookupRuns,
-        Lookups,
-        clearReports);
-    expectReports(searched, reports, figures[2].operation);
-    std::vector<QByteArray> chosen;
-    const auto setUp = [&] {
-        resetBin(data.path());
-        chosen = chosenOf(bin.load(), size);
-    };
-    figures[3].timePlain(
-        [&] {
-            for (const QByteArray& entry : chosen)
-                bin.restore(entry);
-        },
-        BinRuns,
-        1,
-        setUp);
-    figures[4].timePlain(
-        [&] {
-            for (const QByteArray& entry : chosen)
-                bin.destroy(entry);
-        },
-        BinRuns,
-        1,
-        setUp);
-    figures[5].timePlain([&] { bin.empty(); }, BinRuns, 1, setUp);
     resetBin(data.path());
     names = bin.load();
     figures[6].timePlain([&] {
@@ -598,20 +621,23 @@ int main(int argc, char** argv)
     takeIntoBin(data.path(), size);
     resetBin(data.path());
 
+    Connection plainConnection;
+    plainConnection.Open(data.connectionString());
+    PlainBin bin(data.path(), plainConnection, accountColumns(data.path()));
+    const std::vector<QByteArray> names = bin.load(); // in the order the screen lists them
+
     ScriptedPlatform platform;
     platform.setNow(Now);
     std::vector<Figure> figures;
-    std::vector<QString> clicked;
-    std::vector<QString> searched;
     openBin(data, platform, [&](Form& screen) {
         figures.push_back(refresh(screen, platform, size));
-        figures.push_back(clickEntries(screen, clicked));
-        figures.push_back(search(screen, platform, size, searched));
-        figures.push_back(restoreSelected(screen, platform, data, size));
+        figures.push_back(clickEntries(screen, bin, names));
+        figures.push_back(search(screen, platform, bin, names));
+        figures.push_back(restoreSelected(screen, platform, data, bin, size));
         expectBin(data.path(), size - selectedOf(size), QStringLiteral("the bin after restoring"));
-        figures.push_back(deleteSelected(screen, platform, data, size));
+        figures.push_back(deleteSelected(screen, platform, data, bin, size));
         expectBin(data.path(), size - selectedOf(size), QStringLiteral("the bin after destroying"));
-        figures.push_back(empty(screen, platform, data, size));
+        figures.push_back(empty(screen, platform, data, bin, size));
         expectBin(data.path(), 0, QStringLiteral("the emptied bin"));
     });
     resetBin(data.path());
@@ -620,9 +646,7 @@ int main(int argc, char** argv)
         expectBin(data.path(), 0, QStringLiteral("the bin after Restore All"));
         expectCount(data.path(), "SELECT count(*) FROM \"Account\"", rows, QStringLiteral("the tickets after Restore All"));
     });
-    Connection plainConnection;
-    plainConnection.Open(data.connectionString());
-    timePlain(figures, data, plainConnection, size, clicked, searched);
+    timePlain(figures, data, bin);
     printFigures(figures);
     return 0;
 }

@@ -178,6 +178,37 @@ void Figure::timePlain(const std::function<void()>& work, int runs, int per, con
     plainCpu = timing.cpu / per;
 }
 
+void Figure::timeInTurns(const std::function<void()>& marletWork,
+    const std::function<void()>& plainWork,
+    int runs,
+    int per,
+    const std::function<void()>& prepareMarlet,
+    const std::function<void()>& preparePlain)
+{
+    Timing bestMarlet {1e300, 0};
+    Timing bestPlain {1e300, 0};
+    double marletPeak = 0;
+    for (int i = 0; i < runs; ++i) {
+        if (prepareMarlet)
+            prepareMarlet();
+        resetPeak();
+        const Timing marletRun = timed(marletWork);
+        marletPeak = std::max(marletPeak, peakMegabytes());
+        if (marletRun.wall < bestMarlet.wall)
+            bestMarlet = marletRun;
+        if (preparePlain)
+            preparePlain();
+        const Timing plainRun = timed(plainWork);
+        if (plainRun.wall < bestPlain.wall)
+            bestPlain = plainRun;
+    }
+    peak = marletPeak;
+    marlet = bestMarlet.wall / per;
+    marletCpu = bestMarlet.cpu / per;
+    plain = bestPlain.wall / per;
+    plainCpu = bestPlain.cpu / per;
+}
+
 std::optional<double> Figure::cpuRatio() const
 {
     if (!marletCpu || !plainCpu || *plainCpu <= 0)

@@ -89,6 +89,16 @@ struct Figure
     void timePlain(
         const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
 
+    // Times Marlet's work and the plain program's in turns, the fastest of `runs` of each, each
+    // run after its own preparation: a neighbour on the machine that comes and goes weighs on both
+    // alike. For work of a few milliseconds, whose single runs swing with the machine.
+    void timeInTurns(const std::function<void()>& marletWork,
+        const std::function<void()>& plainWork,
+        int runs,
+        int per,
+        const std::function<void()>& prepareMarlet = {},
+        const std::function<void()>& preparePlain = {});
+
     std::optional<double> ratio() const;
     // Marlet's processor time to the plain program's: what a busy neighbour on the machine changes
     // least.
