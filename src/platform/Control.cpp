@@ -276,8 +276,10 @@ void Control::removeItem(int i)
     m_items.removeAt(i);
     if (i < m_itemTips.size())
         m_itemTips.removeAt(i);
-    if (m_multiSelect)
+    if (m_multiSelect && i < m_selected.size()) {
+        m_selectedCount -= m_selected.at(i) ? 1 : 0;
         m_selected.removeAt(i);
+    }
     m_lastItemsChange = {ItemsChange::Kind::Removed, i};
     notify(Property::Items);
     if (m_listIndex == i)
@@ -291,6 +293,7 @@ void Control::clear()
     m_items.clear();
     m_itemTips.clear();
     m_selected.clear();
+    m_selectedCount = 0;
     m_listIndex = -1;
     if (m_kind == ControlKind::ComboBox) {
         m_text.clear();
@@ -344,6 +347,7 @@ void Control::setSelected(int i, bool selected)
     if (m_selected.at(i) == selected)
         return;
     m_selected[i] = selected;
+    m_selectedCount += selected ? 1 : -1;
     notify(Property::Selection);
 }
 
@@ -351,7 +355,7 @@ int Control::selectedCount() const
 {
     if (!m_multiSelect)
         return m_listIndex >= 0 ? 1 : 0;
-    return int(m_selected.count(true));
+    return m_selectedCount;
 }
 
 void Control::setDateTime(const QDateTime& value)

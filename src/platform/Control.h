@@ -310,6 +310,7 @@ private:
     bool m_editable = false;
     // A list of flags rather than packed bits: removing the first entry of a long list stays cheap.
     QList<bool> m_selected;
+    int m_selectedCount = 0; // of the flags set, kept as they change: screens ask after each entry
     QDateTime m_dateTime;
     QString m_customFormat;
     QByteArray m_picture;

@@ -337,6 +337,38 @@ private slots:
         QCOMPARE(m_form->log.filter(QStringLiteral("Click")).size(), 4);
     }
 
+    void testTheSelectedCountFollowsRemovalsAndClearing()
+    {
+        Control& list = c("List1");
+        list.clear();
+        list.setMultiSelect(false);
+        for (const char* entry : {"NVT1", "NVT2", "NVT3", "NVT4", "NVT5"})
+            list.addItem(QString::fromLatin1(entry));
+        // Made a multiple choice list after its entries were added: they have no flags yet.
+        list.setMultiSelect(true);
+        list.removeItem(4);
+        QCOMPARE(list.selectedCount(), 0);
+        list.addItem(QStringLiteral("NVT5"));
+        for (int i : {0, 2, 4})
+            list.setSelected(i, true);
+        list.setSelected(4, true);
+        QCOMPARE(list.selectedCount(), 3);
+        list.removeItem(2);
+        QCOMPARE(list.selectedCount(), 2);
+        QVERIFY(list.selected(3));
+        list.removeItem(1);
+        QCOMPARE(list.selectedCount(), 2);
+        list.setSelected(2, false);
+        list.setSelected(2, false);
+        QCOMPARE(list.selectedCount(), 1);
+        QCOMPARE(list.items(), QStringList({QStringLiteral("NVT1"), QStringLiteral("NVT4"), QStringLiteral("NVT5")}));
+        list.clear();
+        QCOMPARE(list.selectedCount(), 0);
+        list.addItem(QStringLiteral("NVT6"));
+        QCOMPARE(list.selectedCount(), 0);
+        QVERIFY(!list.selected(0));
+    }
+
     void testBeforeClickCanRefuseATab()
     {
         Control& tabs = c("TabStrip1");
