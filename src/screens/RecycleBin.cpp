@@ -289,9 +289,10 @@ void RecycleBin::restoreSelected(int selectedCount)
     setBarValue(0);
     Recordset bin;
     Recordset account;
-    for (int i = list().listCount() - 1; i >= 0; --i) {
-        if (list().selected(i) && restoreEntry(i, bin, account) != RestoreOutcome::NotInBin)
-            setBarValue(list().selectedCount());
+    const Control& entries = list(); // looked up once: the loop visits every entry of the bin
+    for (int i = entries.listCount() - 1; i >= 0; --i) {
+        if (entries.selected(i) && restoreEntry(i, bin, account) != RestoreOutcome::NotInBin)
+            setBarValue(entries.selectedCount());
     }
     bin.Close();
     account.Close();
@@ -366,16 +367,17 @@ void RecycleBin::deleteSelected(int selectedCount)
             MsgStyle::YesNoQuestionNoDefault))
         return;
     setBarMaximum(selectedCount);
-    for (int i = list().listCount() - 1; i >= 0; --i) {
-        if (!list().selected(i))
+    Control& entries = list(); // looked up once: the loop visits every entry of the bin
+    for (int i = entries.listCount() - 1; i >= 0; --i) {
+        if (!entries.selected(i))
             continue;
-        if (deleteFromBin(list().item(i)) > 0) {
+        if (deleteFromBin(entries.item(i)) > 0) {
             lowerTotal();
             showStatus(QStringLiteral("Total:") + QString::number(m_total));
             setBarValue(barValue() - 1);
         }
         // The entry leaves the list also when its row had gone already.
-        list().removeItem(i);
+        entries.removeItem(i);
     }
     report().setText(QString());
     showStatus(QStringLiteral("Total:") + QString::number(list().listCount()));
