@@ -190,7 +190,8 @@ Figure opening(const Database& data, ScriptedPlatform& platform, PlainSettings& 
     figure.timeInTurns(
         [&] {
             for (int i = 0; i < Openings; ++i)
-                openOptions(data, platform, [&](Form& screen) { currency = screen[QStringLiteral("txtCurrency")].text(); });
+                openOptions(
+                    data, platform, [&](Form& screen) { currency = screen[QStringLiteral("txtCurrency")].text(); });
         },
         [&] {
             for (int i = 0; i < Openings; ++i)

@@ -255,7 +255,8 @@ int SqliteEngine::bindText(sqlite3_stmt* statement, int place, const QString& te
     // Bound as UTF-8, the database's own encoding, and held until the next bind: SQLite neither
     // copies nor converts it.
     const QByteArray& utf8 = m_boundTexts.emplace_back(text.toUtf8());
-    return sqlite3_bind_text64(statement, place, utf8.constData(), sqlite3_uint64(utf8.size()), keepOnBind, SQLITE_UTF8);
+    return sqlite3_bind_text64(
+        statement, place, utf8.constData(), sqlite3_uint64(utf8.size()), keepOnBind, SQLITE_UTF8);
 }
 
 bool SqliteEngine::execute(const QString& sql, const QVariantList& values, long* changes)
