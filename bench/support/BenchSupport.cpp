@@ -88,6 +88,14 @@ double runPeakMegabytes()
     return std::max(earlierPeak, peakMegabytes());
 }
 
+constexpr Timing NoRunYet {1e300, 0};
+
+void keepFaster(Timing& best, const Timing& run)
+{
+    if (run.wall < best.wall)
+        best = run;
+}
+
 } // namespace
 
 int rowsArgument(int argc, char** argv, int fallback)
@@ -119,16 +127,11 @@ Timing timed(const std::function<void()>& work)
     return {wall, cpu};
 }
 
-Timing fastestOf(int runs, const std::function<void()>& work, const std::function<void()>& prepare)
+Timing fastestOf(int runs, const std::function<void()>& work)
 {
-    Timing best {1e300, 0};
-    for (int i = 0; i < runs; ++i) {
-        if (prepare)
-            prepare();
-        const Timing run = timed(work);
-        if (run.wall < best.wall)
-            best = run;
-    }
+    Timing best = NoRunYet;
+    for (int i = 0; i < runs; ++i)
+        keepFaster(best, timed(work));
     return best;
 }
 
@@ -162,18 +165,18 @@ void printHeader(const char* title, int rows)
     std::fflush(stdout);
 }
 
-void Figure::timeMarlet(const std::function<void()>& work, int runs, int per, const std::function<void()>& prepare)
+void Figure::timeMarlet(const std::function<void()>& work, int runs, int per)
 {
     resetPeak();
-    const Timing timing = fastestOf(runs, work, prepare);
+    const Timing timing = fastestOf(runs, work);
     peak = peakMegabytes();
     marlet = timing.wall / per;
     marletCpu = timing.cpu / per;
 }
 
-void Figure::timePlain(const std::function<void()>& work, int runs, int per, const std::function<void()>& prepare)
+void Figure::timePlain(const std::function<void()>& work, int runs, int per)
 {
-    const Timing timing = fastestOf(runs, work, prepare);
+    const Timing timing = fastestOf(runs, work);
     plain = timing.wall / per;
     plainCpu = timing.cpu / per;
 }
@@ -185,22 +188,18 @@ void Figure::timeInTurns(const std::function<void()>& marletWork,
     const std::function<void()>& prepareMarlet,
     const std::function<void()>& preparePlain)
 {
-    Timing bestMarlet {1e300, 0};
-    Timing bestPlain {1e300, 0};
+    Timing bestMarlet = NoRunYet;
+    Timing bestPlain = NoRunYet;
     double marletPeak = 0;
     for (int i = 0; i < runs; ++i) {
         if (prepareMarlet)
             prepareMarlet();
         resetPeak();
-        const Timing marletRun = timed(marletWork);
+        keepFaster(bestMarlet, timed(marletWork));
         marletPeak = std::max(marletPeak, peakMegabytes());
-        if (marletRun.wall < bestMarlet.wall)
-            bestMarlet = marletRun;
         if (preparePlain)
             preparePlain();
-        const Timing plainRun = timed(plainWork);
-        if (plainRun.wall < bestPlain.wall)
-            bestPlain = plainRun;
+        keepFaster(bestPlain, timed(plainWork));
     }
     peak = marletPeak;
     marlet = bestMarlet.wall / per;

@@ -28,16 +28,15 @@ namespace marlet::bench {
 int rowsArgument(int argc, char** argv, int fallback = 100000);
 
 // Wall and processor milliseconds of one call; of the fastest of several calls (a busy neighbour
-// on the machine counts less), each after an untimed `prepare` that sets the same state up again.
-// The processor time tells how much of a wall time that a loaded machine stretched was the
-// program's own work.
+// on the machine counts less). The processor time tells how much of a wall time that a loaded
+// machine stretched was the program's own work.
 struct Timing
 {
     double wall = 0;
     double cpu = 0;
 };
 Timing timed(const std::function<void()>& work);
-Timing fastestOf(int runs, const std::function<void()>& work, const std::function<void()>& prepare = {});
+Timing fastestOf(int runs, const std::function<void()>& work);
 
 // Peak resident memory (VmHWM) in MB. resetPeak() starts a new high-water mark at the present size,
 // so that the peak read afterwards belongs to the work in between.
@@ -82,13 +81,10 @@ struct Figure
     std::optional<double> peakLimit; // MB
     QString note;
 
-    // Times the work: the fastest of `runs`, each after `prepare`, divided by `per` when it repeats
-    // one operation `per` times. Marlet's peak memory is taken over all of its runs.
-    void timeMarlet(
-        const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
-    void timePlain(
-        const std::function<void()>& work, int runs = 1, int per = 1, const std::function<void()>& prepare = {});
-
+    // Times the work: the fastest of `runs`, divided by `per` when it repeats one operation `per`
+    // times. Marlet's peak memory is taken over all of its runs.
+    void timeMarlet(const std::function<void()>& work, int runs = 1, int per = 1);
+    void timePlain(const std::function<void()>& work, int runs = 1, int per = 1);
     // Times Marlet's work and the plain program's in turns, the fastest of `runs` of each, each
     // run after its own preparation: a neighbour on the machine that comes and goes weighs on both
     // alike. For work of a few milliseconds, whose single runs swing with the machine.
