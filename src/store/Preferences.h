@@ -26,9 +26,10 @@ namespace marlet {
 // to the constructor (the host's --prefs), the environment variable MARLET_PREFS, and otherwise
 // the folder "marlet" in the user's configuration location. Reads come from memory; the file is
 // read again when it changed on disk, since other programs of the system write keys too. A version
-// of the file that this process already read or wrote is not read again by a new store object. Whether it
-// changed is looked at no more than once a millisecond, and at once after a save in this process. Every
-// write replaces the file atomically and is synced to disk before SaveSetting returns.
+// of the file that this process already read or wrote is not read again by a new store object.
+// Whether it changed is looked at no more than once a millisecond, and at once after a save in this
+// process. Every write replaces the file atomically and is synced to disk before SaveSetting
+// returns.
 class Preferences
 {
 public:
